@@ -1,0 +1,12 @@
+// XPLMUtilities: paths, files, versions, keys, commands and the error callback.
+// Skeleton: filled in by the area's implementation.
+
+#include "host.h"
+
+namespace xpsim {
+
+void commandFrame() {}
+void forgetPluginUtilities(int) {}
+void resetUtilities() {}
+
+}  // namespace xpsim

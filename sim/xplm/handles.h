@@ -1,0 +1,105 @@
+// Opaque, validated handles for everything the host hands to plug-ins.
+// A handle packs a kind tag, a generation and a slot index, so validating one is
+// an array access and a compare: a stale, foreign or wrong-kind handle never matches.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <utility>
+#include <deque>
+#include <vector>
+
+namespace xpsim {
+
+// One tag per kind of handle, so a window passed where a dataref is expected is caught.
+enum class HandleKind : uint8_t {
+    DataRef = 1, FlightLoop, Window, HotKey, Menu, Command, Probe, Object,
+    Widget, Texture, KeySniffer, DrawCallback, Count
+};
+
+template <class T>
+class HandleTable {
+public:
+    explicit HandleTable(HandleKind kind) : kind_(kind) {}
+
+    void* add(T value) {
+        uint32_t index;
+        if (!free_.empty()) {
+            index = free_.back();
+            free_.pop_back();
+        } else {
+            index = static_cast<uint32_t>(slots_.size());
+            slots_.push_back(Slot{});
+        }
+        Slot& s = slots_[index];
+        s.value.emplace(std::move(value));
+        return encode(index, s.generation);
+    }
+
+    // Null when the handle is not a live handle of this table.
+    T* get(const void* handle) {
+        uint32_t index;
+        if (!decode(handle, index)) return nullptr;
+        return &*slots_[index].value;
+    }
+    const T* get(const void* handle) const {
+        return const_cast<HandleTable*>(this)->get(handle);
+    }
+    bool contains(const void* handle) const { return get(handle) != nullptr; }
+
+    bool remove(const void* handle) {
+        uint32_t index;
+        if (!decode(handle, index)) return false;
+        Slot& s = slots_[index];
+        s.value.reset();
+        s.generation = (s.generation + 1) & kGenerationMask;
+        free_.push_back(index);
+        return true;
+    }
+
+    // Pointers from get() stay valid until that entry is removed.
+    // Visits live entries in slot order; f(handle, value). Entries removed during the
+    // visit are skipped; entries added during it may or may not be visited.
+    template <class F>
+    void forEach(F&& f) {
+        for (uint32_t i = 0; i < slots_.size(); ++i) {
+            if (!slots_[i].value) continue;
+            void* h = encode(i, slots_[i].generation);
+            f(h, *slots_[i].value);
+        }
+    }
+
+    size_t size() const { return slots_.size() - free_.size(); }
+    void clear() {
+        for (uint32_t i = 0; i < slots_.size(); ++i) {
+            if (slots_[i].value) remove(encode(i, slots_[i].generation));
+        }
+    }
+
+private:
+    static constexpr uint32_t kGenerationMask = 0xFFFFFF;
+    struct Slot {
+        std::optional<T> value;
+        uint32_t generation = 1;
+    };
+
+    void* encode(uint32_t index, uint32_t generation) const {
+        uint64_t v = (uint64_t(kind_) << 56) | (uint64_t(generation) << 32) | (uint64_t(index) + 1);
+        return reinterpret_cast<void*>(static_cast<uintptr_t>(v));
+    }
+    bool decode(const void* handle, uint32_t& index) const {
+        uint64_t v = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(handle));
+        if ((v >> 56) != uint64_t(kind_)) return false;
+        uint64_t low = v & 0xFFFFFFFFu;
+        if (low == 0 || low > slots_.size()) return false;
+        index = static_cast<uint32_t>(low - 1);
+        const Slot& s = slots_[index];
+        return s.value && s.generation == ((v >> 32) & kGenerationMask);
+    }
+
+    HandleKind kind_;
+    std::deque<Slot> slots_;  // deque: entries stay put while plug-ins add more
+    std::vector<uint32_t> free_;
+};
+
+}  // namespace xpsim
