@@ -6,7 +6,6 @@
 namespace xpsim {
 
 bool isPluginEnabled(int) { return false; }
-void callErrorCallback(int, const char*) {}
 void pluginFrame() {}
 void unloadAllPlugins() {}
 bool placeSdkLibraries(std::string*) { return true; }

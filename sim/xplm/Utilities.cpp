@@ -6,6 +6,7 @@
 namespace xpsim {
 
 void commandFrame() {}
+void callErrorCallback(int, const char*) {}
 void forgetPluginUtilities(int) {}
 void resetUtilities() {}
 

@@ -56,9 +56,10 @@ private:
     int saved_;
 };
 
-// Implemented by the plug-in table (Plugin.cpp).
-bool isPluginEnabled(int plugin);              // false for unknown ids
-void callErrorCallback(int plugin, const char* message);  // no-op when none installed
+// Plugin.cpp: a disabled plug-in gets no callbacks; check before calling one.
+bool isPluginEnabled(int plugin);  // false for unknown ids
+// Utilities.cpp: the plug-in's XPLMSetErrorCallback callback; no-op when none installed.
+void callErrorCallback(int plugin, const char* message);
 
 // Each SDK area's share of a frame, called by Host::frame in this order.
 void inputFrame();       // Display.cpp: deliver queued mouse and key events
