@@ -1,0 +1,69 @@
+// Helpers for tests that load plug-in binaries: a fresh simulator root per test, test
+// plug-ins installed into it the way users install plug-ins, and file reading.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "driver.h"
+
+namespace xpsim::test {
+
+inline std::string readFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
+
+inline std::vector<std::string> readLines(const std::string& path) {
+    std::vector<std::string> lines;
+    std::ifstream in(path);
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+}
+
+// An empty folder of its own for the running test (ctest runs tests in parallel).
+inline std::string freshRoot(const std::string& suffix = "") {
+    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+    std::string root = std::string(XPSIM_TEST_WORK_DIR) + "/" + info->test_suite_name() + "." + info->name() + suffix;
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root);
+    return root;
+}
+
+// Copies the test plug-in `binary` (tests/sim/plugins/<binary>.c) into
+// <root>/Resources/plugins/<folder>/64/lin.xpl; each copy is a separate plug-in.
+inline std::string installPlugin(const std::string& root, const std::string& binary, const std::string& folder) {
+    std::string dir = root + "/Resources/plugins/" + folder + "/64";
+    std::filesystem::create_directories(dir);
+    std::string path = dir + "/lin.xpl";
+    std::filesystem::copy_file(std::string(XPSIM_TEST_PLUGIN_DIR) + "/" + binary + ".xpl", path,
+                               std::filesystem::copy_options::overwrite_existing);
+    return path;
+}
+
+// A test with its own simulator root, shut down after the test.
+class SimRootTest : public ::testing::Test {
+protected:
+    void SetUp() override { root = freshRoot(); }
+    void TearDown() override { driver::shutdown(); }
+
+    void startSim(const std::string& sdk = "2.10") {
+        Options options;
+        options.root = root;
+        options.sdk = sdk;
+        std::string error;
+        ASSERT_TRUE(driver::start(options, &error)) << error;
+    }
+    std::string log() const { return readFile(root + "/Log.txt"); }
+
+    std::string root;
+};
+
+}  // namespace xpsim::test
