@@ -1,0 +1,74 @@
+// The five entry points the simulator calls: the only symbols lin.xpl exports.
+
+#include <cstdio>
+#include <string>
+
+#include "XPLMDefs.h"
+#include "XPLMUtilities.h"
+#include "core/Lifecycle.h"
+#include "core/PythonGuard.h"
+#include "core/SdkCapabilities.h"
+#include "core/Text.h"
+#include "platform/Paths.h"
+
+using namespace vorlith;
+
+PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
+    std::snprintf(VorlithVersionNumber, sizeof VorlithVersionNumber, "%d.%02d.%02d", 2, 67, 7);
+    std::string banner = std::string("VorlithVersionNumber = ") + VorlithVersionNumber + "\n";
+    XPLMDebugString(banner.c_str());
+
+    std::string sdkLibrary = VL_SdkLibraryPath();
+    char sdkPath[512];
+    if (VL_ConvertPath(sdkLibrary.c_str(), sdkPath, sizeof sdkPath) != 0) {
+        XPLMDebugString("Skelvane - Unable to convert VL_XPLM_File path\n");
+        VL_CopyText(sdkPath, sdkLibrary);
+    }
+    if (FoundSDK200(sdkPath)) {
+        int xplaneVersion = 0, xplmVersion = 0;
+        XPLMHostApplicationID host;
+        XPLMGetVersions(&xplaneVersion, &xplmVersion, &host);
+        VL_AppendText(VorlithVersionNumber, xplmVersion > 200 ? " (SDK 2.10)" : " (SDK 2.00)");
+    } else {
+        VL_AppendText(VorlithVersionNumber, " (SDK 1.02)");
+    }
+    if (XPLMSetErrorCallback_ptr) XPLMSetErrorCallback_ptr(VL_ErrorCallback);
+
+    VLTestTable = new VL_ScriptTable;
+    VLTestTable->SetPythonRunState(0);
+    StartPython(0);
+
+    // The SDK gives each of the three buffers 256 bytes.
+    VL_CopyText(outName, 256, "Vorlith");
+    VL_CopyText(outSig, 256, "tembrook.projects.vorlith");
+    VL_CopyText(outDesc, 256, "Python Script Interface Plugin");
+    return 1;
+}
+
+PLUGIN_API void XPluginStop() {
+    StopPython(0);
+    delete VLTestTable;
+    VLTestTable = nullptr;
+    if (XPLMSetErrorCallback_ptr) XPLMSetErrorCallback_ptr(nullptr);
+}
+
+PLUGIN_API int XPluginEnable() {
+    if (!VLTestTable) return 1;
+    PythonGuard guard;
+    int result = 1;
+    for (int i = 0; i < VLTestTable->GetScriptTableSize(); ++i) result = CallXPluginEnable(VLTestTable->GetScriptId(i));
+    return result;
+}
+
+PLUGIN_API void XPluginDisable() {
+    if (!VLTestTable) return;
+    PythonGuard guard;
+    for (int i = 0; i < VLTestTable->GetScriptTableSize(); ++i) CallXPluginDisable(VLTestTable->GetScriptId(i), 1);
+}
+
+PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFromWho, int inMessage, void* inParam) {
+    if (!VLTestTable) return;
+    PythonGuard guard;
+    for (int i = 0; i < VLTestTable->GetScriptTableSize(); ++i)
+        CallXPluginReceiveMessage(VLTestTable->GetScriptId(i), inFromWho, inMessage, inParam);
+}

@@ -1,0 +1,113 @@
+// The log and output files (opened and closed for every text, so nothing is lost when
+// the simulator dies), PrintException, and the settings read from Vorlith.ini.
+
+#include "core/Log.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include <iniparser.h>
+#include <unistd.h>
+
+#include "XPLMUtilities.h"
+#include "core/IniText.h"
+#include "core/Text.h"
+#include "platform/Paths.h"
+
+namespace vorlith {
+
+int VL_OutputFileEnabled = 0;
+char VL_PluginDataFile[1024] = {0};
+int gVL_DebugCallbacks = 0;
+int gVL_CheckCallbacks = 0;
+VL_PrintItemSink gVL_PrintItemSink = nullptr;
+
+namespace {
+
+constexpr std::size_t kTextBuffer = 4096;
+dictionary* gVL_Dictionary = nullptr;  // replaced at every start
+
+void AppendToScriptsFile(const char* fileName, const char* text, std::size_t length) {
+    if (length > kTextBuffer - 1) length = kTextBuffer - 1;  // the 4096-byte buffer's cut
+    char path[256];
+    std::string simPath = VL_SimPath({"Resources", "plugins", "PythonScripts", fileName});
+    if (VL_ConvertPath(simPath.c_str(), path, 255) != 0) {
+        XPLMDebugString("Vorlith - Unable to convert FilePath path\n");
+        VL_CopyText(path, simPath);
+    }
+    FILE* file = std::fopen(path, "at");
+    if (!file) return;
+    std::fwrite(text, 1, length, file);
+    std::fclose(file);
+}
+
+}  // namespace
+
+void VL_WriteToLogBytes(const char* text, std::size_t length) {
+    AppendToScriptsFile("VorlithLog.txt", text, length);
+}
+
+void VL_WriteToLog2Bytes(const char* text, std::size_t length) {
+    if (VL_OutputFileEnabled) AppendToScriptsFile("VorlithOutput.txt", text, length);
+}
+
+void VL_WriteToLog(const char* text) {
+    if (text) VL_WriteToLogBytes(text, std::strlen(text));
+}
+
+void VL_WriteToLog2(const char* text) {
+    if (text) VL_WriteToLog2Bytes(text, std::strlen(text));
+}
+
+void VL_WriteToLogf(const char* format, ...) {
+    char text[kTextBuffer];
+    va_list args;
+    va_start(args, format);
+    std::vsnprintf(text, sizeof text, format, args);
+    va_end(args);
+    VL_WriteToLog(text);
+}
+
+void AddPrintItem(const char* line) {
+    if (gVL_PrintItemSink) gVL_PrintItemSink(line);
+}
+
+void PrintException(const char* module, const char* function, const char* message) {
+    char text[1024];
+    std::snprintf(text, sizeof text, "Module - %s, Function - %s, Error = %s\n",
+                  module ? module : "", function ? function : "", message ? message : "");
+    AddPrintItem(text);
+    VL_WriteToLog(text);
+}
+
+int VL_GetINIFileValues() {
+    // iniparser reads lines up to LF only: a copy with normalised line ends is what it loads.
+    std::ifstream in(VL_PluginDataFile, std::ios::binary);
+    if (!in) return 0;
+    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::string normalised = VL_NormaliseLineEnds(text);
+
+    char tempPath[] = "/tmp/vorlith-ini-XXXXXX";
+    int fd = mkstemp(tempPath);
+    if (fd < 0) return 0;
+    FILE* temp = fdopen(fd, "wb");
+    if (!temp) return 0;
+    std::fwrite(normalised.data(), 1, normalised.size(), temp);
+    std::fclose(temp);
+    dictionary* loaded = iniparser_load(tempPath);
+    std::remove(tempPath);
+    if (!loaded) return 0;
+
+    if (gVL_Dictionary) iniparser_freedict(gVL_Dictionary);
+    gVL_Dictionary = loaded;
+    gVL_DebugCallbacks = iniparser_getint(gVL_Dictionary, "DEBUG:DebugCallbacks", 0);
+    gVL_CheckCallbacks = iniparser_getint(gVL_Dictionary, "DEBUG:CheckCallbacks", 0);
+    return 1;
+}
+
+}  // namespace vorlith

@@ -1,0 +1,17 @@
+// Which files of the scripts folder are scripts, and under which module names: source
+// files first, then compiled files whose name holds no name already taken.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vorlith {
+
+constexpr int kVL_MaxScriptFiles = 256;       // slots of the file name list
+constexpr int kVL_MaxScriptNameLength = 255;  // bytes of one slot, less its terminator
+
+// Module names for the directory entries `files`, in listing order, at most 256 of
+// at most 255 bytes.
+std::vector<std::string> VL_SelectScriptNames(const std::vector<std::string>& files);
+
+}  // namespace vorlith

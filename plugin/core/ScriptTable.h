@@ -1,0 +1,91 @@
+// VL_ScriptTable: the loaded scripts (keyed by their Vorlith instance), what each
+// script's XPluginStart said about itself, its enabled state and feature switches, the
+// simulator's feature list and the interpreter's run state. One instance: VLTestTable.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/PythonCompat.h"
+
+namespace vorlith {
+
+// The kind of a loaded script; scripts found in the scripts folder are the only kind.
+enum TypeOfScript { VL_NoScript = 0, VL_StandardScript = 1 };
+
+struct _VL_ScriptEntry {
+    PyObject* scriptId = nullptr;  // holds the reference taken when the instance was made
+    int enabledStatus = 1;
+    std::string moduleName;
+    std::string name;
+    std::string signature;
+    std::string description;
+    TypeOfScript type = VL_StandardScript;
+    std::vector<int> featureEnables;
+};
+
+struct _VL_FeaturesListEntry {
+    int featureId = 0;
+    char featureName[256] = {0};
+};
+
+class VL_ScriptTable {
+public:
+    // --- scripts (lookups by id are linear, in table order, first match wins) ---
+    void AddScriptId(PyObject* scriptId, const char* moduleName, TypeOfScript type);
+    void RemoveScriptId(PyObject* scriptId, TypeOfScript type);
+    void ClearScriptTable();  // the Python references are not released here
+    int GetScriptTableSize() const;
+    PyObject* GetScriptId(int index) const;  // null outside the table
+    void SetScriptId(int index, PyObject* scriptId);
+    const char* GetScriptName(int index) const;  // "" outside the table
+    int GetScriptType(PyObject* scriptId) const;
+    int GetScriptEnabledStatus(PyObject* scriptId) const;  // unknown ids count as disabled
+    int SetScriptEnabledStatus(PyObject* scriptId, int status);  // returns the previous status
+    void SetScriptDescriptions(PyObject* scriptId, const char* name, const char* signature,
+                               const char* description, TypeOfScript type);
+    // Outputs are left untouched for an unknown id; type may be null.
+    void GetScriptDescriptions(PyObject* scriptId, std::string& name, std::string& signature,
+                               std::string& description, int* type = nullptr) const;
+    PyObject* GetScriptIdFromSignature(const char* signature) const;
+    PyObject* GetScriptIdFromModuleName(const char* moduleName) const;
+    const _VL_ScriptEntry* FindEntry(PyObject* scriptId) const;
+
+    // Fills the control panel's script popup text from the first `count` entries.
+    void AddScriptsToWidgets(int count);
+
+    int GetPythonRunState() const { return pythonRunState_; }
+    void SetPythonRunState(int state) { pythonRunState_ = state; }
+    int GetNumberOfWidgetScriptUsers() const { return numberOfWidgetScriptUsers_; }
+
+    // --- the simulator's features and each script's switches for them ---
+    void AddFeature(int featureId, const char* featureName);
+    void SetNumberOfFeatures(int count) { numberOfFeatures_ = count; }
+    int GetNumberOfFeatures() const { return numberOfFeatures_; }
+    int GetFeatureIdFromFeatureName(const char* featureName) const;  // -1 if none
+    void SetFeatureEnable(PyObject* scriptId, int featureId, int value);
+    int IsFeatureEnabled(PyObject* scriptId, int featureId) const;  // 0 outside the flags
+
+    // Every ':' and '\\' of text becomes '/'.
+    static void ChangeSeparatorToDefault(char* text);
+
+    // --- callback list operations (defined with the lists in callbacks/) ---
+
+private:
+    _VL_ScriptEntry* FindEntry(PyObject* scriptId);
+
+    std::vector<_VL_ScriptEntry> scripts_;
+    int numberOfWidgetScriptUsers_ = 0;
+    int pythonRunState_ = 0;
+    int numberOfFeatures_ = 0;
+    std::vector<_VL_FeaturesListEntry> features_;
+};
+
+// The one table, from XPluginStart to XPluginStop.
+extern VL_ScriptTable* VLTestTable;
+
+// The control panel's script popup: module names separated by ';', and the selected name.
+extern char szPopupText[4096];
+extern char ScriptName[256];
+
+}  // namespace vorlith

@@ -1,0 +1,81 @@
+// What differs between the Python 2.7 and Python 3 C interfaces, in one place: integer
+// and text objects, module creation after the interpreter started, the method-table
+// flag and the interpreter's start. Nothing else in the plug-in asks for the version.
+#pragma once
+
+#define PY_SSIZE_T_CLEAN
+#include <Python.h>
+
+#include <cstddef>
+#include <cstring>
+
+namespace vorlith {
+
+// Method-table flag of every binding function: positional arguments only.
+constexpr int VL_METH_ARGS = METH_VARARGS;
+
+#if PY_MAJOR_VERSION >= 3
+
+inline PyObject* VL_IntFromLong(long value) { return PyLong_FromLong(value); }
+inline bool VL_IntCheck(PyObject* o) { return PyLong_Check(o); }
+// Text from the simulator: UTF-8, with bytes that are not UTF-8 kept as surrogate escapes.
+inline PyObject* VL_TextFromStringAndSize(const char* text, Py_ssize_t size) {
+    return PyUnicode_DecodeUTF8(text, size, "surrogateescape");
+}
+inline bool VL_TextCheck(PyObject* o) { return PyUnicode_Check(o) || PyBytes_Check(o); }
+inline PyObject* VL_BytesFromStringAndSize(const char* data, Py_ssize_t size) {
+    return PyBytes_FromStringAndSize(data, size);
+}
+
+#else
+
+inline PyObject* VL_IntFromLong(long value) { return PyInt_FromLong(value); }
+inline bool VL_IntCheck(PyObject* o) { return PyInt_Check(o) || PyLong_Check(o); }
+inline PyObject* VL_TextFromStringAndSize(const char* text, Py_ssize_t size) {
+    return PyString_FromStringAndSize(text, size);
+}
+inline bool VL_TextCheck(PyObject* o) { return PyString_Check(o) || PyUnicode_Check(o); }
+inline PyObject* VL_BytesFromStringAndSize(const char* data, Py_ssize_t size) {
+    return PyString_FromStringAndSize(data, size);
+}
+
+#endif
+
+inline PyObject* VL_TextFromString(const char* text) {
+    if (!text) text = "";
+    return VL_TextFromStringAndSize(text, static_cast<Py_ssize_t>(std::strlen(text)));
+}
+
+// A text argument as the SDK takes it: bytes as they are, text as UTF-8 (surrogate
+// escapes give back their original bytes). Keeps the bytes alive while it lives.
+class VL_Text {
+public:
+    VL_Text() = default;
+    ~VL_Text() { Py_XDECREF(owner_); }
+    VL_Text(const VL_Text&) = delete;
+    VL_Text& operator=(const VL_Text&) = delete;
+
+    // Takes o's bytes; false with a TypeError (or encoding error) set when o is not text.
+    bool set(PyObject* o);
+    const char* c_str() const { return data_; }
+    Py_ssize_t size() const { return size_; }
+
+private:
+    PyObject* owner_ = nullptr;
+    const char* data_ = "";
+    Py_ssize_t size_ = 0;
+};
+
+// PyArg_ParseTuple converter for "O&" that fills a VL_Text: the text argument of every
+// binding, since "s" takes neither bytes (Python 3) nor text with surrogate escapes.
+int VL_ParseText(PyObject* o, void* text);
+
+// Creates module `name` in sys.modules with the functions of `methods` (terminated by an
+// empty row) and returns it (borrowed). Works after the interpreter started, on both.
+PyObject* VL_CreateModule(const char* name, PyMethodDef* methods, const char* doc = nullptr);
+
+// Starts the interpreter without its signal handlers, with its home set to where the build
+// found the standard library. False (with a reason in why[size]) if it could not start.
+bool VL_InitializeInterpreter(char* why, std::size_t size);
+
+}  // namespace vorlith
