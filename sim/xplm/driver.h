@@ -29,8 +29,8 @@ struct DrawItem {
     int plugin = 0;
 };
 
-// Appends an item to the current frame's draw list (Graphics.cpp); the widget
-// library records its UI graphics through this.
+// Appends an item to the current frame's draw list (Graphics.cpp), stamped with the
+// current plug-in; the widget library records its UI graphics through this.
 XPSIM_API void recordDraw(const DrawItem& item);
 
 namespace driver {
@@ -65,6 +65,8 @@ XPSIM_API void mouseDown(int x, int y);
 XPSIM_API void mouseUp(int x, int y);
 XPSIM_API void mouseWheel(int x, int y, int wheel, int clicks);
 XPSIM_API void keyPress(char key, int flags, char virtualKey);
+// The XPLMCursorStatus the windows under the mouse asked for in the last frame.
+XPSIM_API int cursorStatus();
 
 // --- Menus (Menus.cpp): "Plugins/Name/Item" ---
 XPSIM_API bool pickMenu(const std::string& path, std::string* error);
