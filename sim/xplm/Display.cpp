@@ -52,7 +52,7 @@ bool callDrawCallbacks(XPLMDrawingPhase phase, bool before) {
     std::vector<void*> handles = state().drawCallbacks.order();
     for (void* h : handles) {
         DrawCallback* cb = state().drawCallbacks.get(h);
-        if (!cb || cb->phase != phase || cb->before != before || !mayCall(cb->plugin)) continue;
+        if (!cb || cb->phase != phase || cb->before != before || !isPluginEnabled(cb->plugin)) continue;
         DrawCallback call = *cb;  // the callback may unregister itself
         CallingPlugin scope(call.plugin);
         if (call.callback(phase, before ? 1 : 0, call.refcon) == 0 && before) draw = false;

@@ -35,7 +35,7 @@ bool callHotKeys(char virtualKey, XPLMKeyFlags flags) {
     std::vector<void*> handles = state().hotKeys.order();
     for (void* h : handles) {
         const HotKey* hk = state().hotKeys.get(h);
-        if (!hk || !matches(*hk, virtualKey, flags) || !mayCall(hk->plugin)) continue;
+        if (!hk || !matches(*hk, virtualKey, flags) || !isPluginEnabled(hk->plugin)) continue;
         HotKey call = *hk;
         CallingPlugin scope(call.plugin);
         call.callback(call.refcon);

@@ -41,7 +41,7 @@ std::vector<void*> windowsUnder(int x, int y) {
     const std::vector<void*>& zOrder = state().windows.order();
     for (auto it = zOrder.rbegin(); it != zOrder.rend(); ++it) {
         const Window* w = state().windows.get(*it);
-        if (w->visible && w->contains(x, y) && mayCall(w->plugin)) hits.push_back(*it);
+        if (w->visible && w->contains(x, y) && isPluginEnabled(w->plugin)) hits.push_back(*it);
     }
     return hits;
 }
@@ -50,7 +50,7 @@ std::vector<void*> windowsUnder(int x, int y) {
 // is 1, since it still covers what is below it.
 int callClick(XPLMWindowID id, int x, int y, XPLMMouseStatus status) {
     const Window* w = state().windows.get(id);
-    if (!w || !mayCall(w->plugin)) return 0;
+    if (!w || !isPluginEnabled(w->plugin)) return 0;
     if (!w->click) return 1;
     Window call = *w;
     CallingPlugin scope(call.plugin);
@@ -107,7 +107,7 @@ bool callSniffers(bool beforeWindows, char key, XPLMKeyFlags flags, char virtual
     std::vector<void*> handles = state().keySniffers.order();
     for (void* h : handles) {
         const KeySniffer* ks = state().keySniffers.get(h);
-        if (!ks || ks->beforeWindows != beforeWindows || !mayCall(ks->plugin)) continue;
+        if (!ks || ks->beforeWindows != beforeWindows || !isPluginEnabled(ks->plugin)) continue;
         KeySniffer call = *ks;
         CallingPlugin scope(call.plugin);
         if (call.callback(key, flags, virtualKey, call.refcon) == 0) return false;
@@ -119,7 +119,7 @@ bool callSniffers(bool beforeWindows, char key, XPLMKeyFlags flags, char virtual
 bool callFocusedWindow(char key, XPLMKeyFlags flags, char virtualKey) {
     XPLMWindowID id = state().focus;
     const Window* w = state().windows.get(id);
-    if (!w || !mayCall(w->plugin)) return false;
+    if (!w || !isPluginEnabled(w->plugin)) return false;
     if (w->key) {
         Window call = *w;
         CallingPlugin scope(call.plugin);

@@ -112,10 +112,6 @@ struct State {
 
 State& state();
 
-// A plug-in's callbacks run only while it is enabled; the simulator itself (id 0,
-// e.g. the tests calling the SDK from the host process) always is.
-inline bool mayCall(int plugin) { return plugin == XPLM_PLUGIN_XPLANE || isPluginEnabled(plugin); }
-
 // Looks a window up for an SDK function; reports an invalid handle as the calling
 // plug-in's error. Null when invalid.
 Window* findWindow(XPLMWindowID id, const char* function);

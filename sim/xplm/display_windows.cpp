@@ -24,7 +24,7 @@ void drawWindows() {
     std::vector<void*> zOrder = state().windows.order();
     for (void* id : zOrder) {
         Window* w = state().windows.get(id);  // an earlier draw callback may have destroyed it
-        if (!w || !w->visible || !mayCall(w->plugin)) continue;
+        if (!w || !w->visible || !isPluginEnabled(w->plugin)) continue;
         CallingPlugin scope(w->plugin);
         DrawItem item;
         item.kind = "window";
@@ -131,7 +131,7 @@ XPLM_API void XPLMTakeKeyboardFocus(XPLMWindowID inWindow) {
     XPLMWindowID losing = s.focus;
     s.focus = inWindow;  // already moved when the losing window hears of it
     const Window* old = s.windows.get(losing);
-    if (!old || !old->key || !mayCall(old->plugin)) return;
+    if (!old || !old->key || !isPluginEnabled(old->plugin)) return;
     // The 2.1 SDK only says the call happens; the later SDK documents the window id
     // argument of this call as the window taking the focus (0 for X-Plane). We follow
     // that; the refcon is the losing window's own.

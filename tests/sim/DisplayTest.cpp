@@ -567,7 +567,7 @@ TEST_F(DisplayTest, WheelGoesToTheFrontWindowUnderTheMouseAndPassesDownWhenRefus
 }
 
 TEST_F(DisplayTest, ScreenSizeComesFromTheOptionsAndTheMouseStartsInTheMiddle) {
-    startSim(1920, 1080);
+    startSimWithScreen(1920, 1080);
     int w = 0, h = 0, x = 0, y = 0;
     XPLMGetScreenSize(&w, &h);
     EXPECT_EQ(w, 1920);

@@ -3,15 +3,10 @@
 // and a log of callback calls that the callbacks append to.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "driver.h"
+#include "plugin_test_util.h"
 
 namespace xpsim::test {
 
@@ -26,18 +21,14 @@ inline void record(const std::string& call) { calls().push_back(call); }
 inline const char* label(void* refcon) { return static_cast<const char*>(refcon); }
 inline void* refcon(const char* label) { return const_cast<char*>(label); }
 
-class DisplaySimTest : public ::testing::Test {
+class DisplaySimTest : public SimRootTest {
 protected:
     void SetUp() override {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        root = std::string(XPSIM_TEST_WORK_DIR) + "/" + info->test_suite_name() + "." + info->name();
-        std::filesystem::remove_all(root);
-        std::filesystem::create_directories(root);
+        SimRootTest::SetUp();
         calls().clear();
     }
-    void TearDown() override { driver::shutdown(); }
 
-    void startSim(int width = 1024, int height = 768) {
+    void startSimWithScreen(int width, int height) {
         Options options;
         options.root = root;
         options.screenWidth = width;
@@ -45,18 +36,10 @@ protected:
         std::string error;
         ASSERT_TRUE(driver::start(options, &error)) << error;
     }
-
-    std::string log() const {
-        std::ifstream in(root + "/Log.txt");
-        std::stringstream s;
-        s << in.rdbuf();
-        return s.str();
-    }
     // Number of SDK errors reported so far whose message contains `text`.
     int errorsMentioning(const std::string& text) const {
-        std::istringstream in(log());
         int n = 0;
-        for (std::string line; std::getline(in, line);) {
+        for (const std::string& line : readLines(root + "/Log.txt")) {
             if (line.find("SDK error") != std::string::npos && line.find(text) != std::string::npos) ++n;
         }
         return n;
@@ -69,8 +52,6 @@ protected:
         }
         return items;
     }
-
-    std::string root;
 };
 
 }  // namespace xpsim::test
