@@ -1,10 +1,13 @@
 // XPLMDisplay in the host: draw phases and suppression, windows (z-order, focus, mouse
 // capture, cursor, wheel), key sniffer and hot key routing, and handle validation.
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
+#include "XPLMPlugin.h"
 #include "display_test_util.h"
 
 namespace xpsim::test {
@@ -596,6 +599,115 @@ TEST_F(DisplayTest, ShutdownForgetsWindowsCallbacksAndHotKeys) {
     calls().clear();
     driver::runFrames(1);
     EXPECT_EQ(calls(), Calls{});
+}
+
+}  // namespace
+}  // namespace xpsim::test
+
+namespace xpsim::test {
+namespace {
+
+constexpr int kTakeFocus = 0x7FF10001;
+
+// Display callbacks of real plug-in binaries (tests/sim/plugins/display_recorder.c).
+class DisplayPluginTest : public DisplaySimTest {
+protected:
+    int load(const std::string& name) {
+        std::string error;
+        int id = driver::loadPlugin(installPlugin(root, "display_recorder", name), &error);
+        EXPECT_GT(id, 0) << error;
+        return id;
+    }
+    // The plug-in's recorded calls; each must have run with the plug-in's own id.
+    Calls takeEvents(const std::string& name, int id) {
+        std::string path = root + "/Resources/plugins/" + name + "/events.txt";
+        Calls events;
+        std::string suffix = " myid=" + std::to_string(id);
+        for (const std::string& line : readLines(path)) {
+            EXPECT_GE(line.size(), suffix.size());
+            EXPECT_EQ(line.substr(line.size() - std::min(line.size(), suffix.size())), suffix) << line;
+            events.push_back(line.substr(0, line.size() - std::min(line.size(), suffix.size())));
+        }
+        std::remove(path.c_str());
+        return events;
+    }
+    static bool has(const Calls& events, const std::string& event) {
+        return std::find(events.begin(), events.end(), event) != events.end();
+    }
+    static std::vector<int> windowOwners() {
+        std::vector<int> owners;
+        for (const DrawItem& item : drawn("window")) owners.push_back(item.plugin);
+        return owners;
+    }
+    // One frame with a click and a wheel turn over both windows and an F9 press.
+    static void clickWheelAndPressF9() {
+        driver::mouseDown(150, 150);
+        driver::mouseUp(150, 150);
+        driver::mouseWheel(150, 150, 0, 1);
+        driver::keyPress(0, xplm_DownFlag, XPLM_VK_F9);
+        driver::runFrames(1);
+    }
+};
+
+TEST_F(DisplayPluginTest, PluginCallbacksRunAsTheirOwnerAndOnlyWhileItIsEnabled) {
+    startSim();
+    int alpha = load("Alpha");
+    int beta = load("Beta");
+    driver::enablePluginsAndSendLoadMessages();
+    takeEvents("Alpha", alpha);
+    takeEvents("Beta", beta);
+
+    clickWheelAndPressF9();
+    Calls a = takeEvents("Alpha", alpha), b = takeEvents("Beta", beta);
+    // Beta's window is in front and takes the mouse; both see keys and draw.
+    EXPECT_EQ(a, (Calls{"sniffer", "hotkey", "cursor", "window", "draw"}));
+    EXPECT_EQ(b, (Calls{"down", "up", "wheel", "sniffer", "hotkey", "cursor", "window", "draw"}));
+    EXPECT_EQ(windowOwners(), (std::vector<int>{alpha, beta}));
+    std::vector<DrawItem> names = drawn("string");
+    ASSERT_EQ(names.size(), 2u);
+    EXPECT_EQ(names[0].text + "@" + std::to_string(names[0].plugin), "Alpha@" + std::to_string(alpha));
+
+    // Disabled, Alpha gets nothing, and its focused window no longer takes keys.
+    driver::sendMessage(alpha, kTakeFocus, 0);
+    XPLMDisablePlugin(alpha);
+    ASSERT_EQ(XPLMIsPluginEnabled(alpha), 0);
+    takeEvents("Alpha", alpha);
+    clickWheelAndPressF9();
+    EXPECT_EQ(takeEvents("Alpha", alpha), Calls{});
+    EXPECT_TRUE(has(takeEvents("Beta", beta), "hotkey"));
+    EXPECT_EQ(windowOwners(), (std::vector<int>{beta}));
+
+    // Enabled again, it has the focus it took: the key goes to its window.
+    ASSERT_EQ(XPLMEnablePlugin(alpha), 1);
+    clickWheelAndPressF9();
+    a = takeEvents("Alpha", alpha);
+    b = takeEvents("Beta", beta);
+    EXPECT_TRUE(has(a, "key"));
+    EXPECT_FALSE(has(a, "hotkey"));
+    EXPECT_FALSE(has(b, "hotkey"));
+    EXPECT_TRUE(has(b, "down"));
+}
+
+TEST_F(DisplayPluginTest, ReloadedPluginsLeaveNoWindowsCallbacksOrHotKeysBehind) {
+    startSim();
+    load("Alpha");
+    load("Beta");
+    driver::enablePluginsAndSendLoadMessages();
+    EXPECT_EQ(XPLMCountHotKeys(), 2);
+    driver::reloadPlugins();
+    EXPECT_EQ(XPLMCountHotKeys(), 2);
+    int alpha = driver::findPluginBySignature("xpsim.test.Alpha");
+    int beta = driver::findPluginBySignature("xpsim.test.Beta");
+    takeEvents("Alpha", alpha);
+    takeEvents("Beta", beta);
+    clickWheelAndPressF9();
+    // One of each call per plug-in, all made as the new ids.
+    EXPECT_EQ(takeEvents("Alpha", alpha), (Calls{"sniffer", "hotkey", "cursor", "window", "draw"}));
+    EXPECT_EQ(takeEvents("Beta", beta).size(), 8u);
+    EXPECT_EQ(windowOwners(), (std::vector<int>{alpha, beta}));
+    XPLMPluginID owner = -1;
+    XPLMGetHotKeyInfo(XPLMGetNthHotKey(0), nullptr, nullptr, nullptr, &owner);
+    EXPECT_EQ(owner, alpha);
 }
 
 }  // namespace
