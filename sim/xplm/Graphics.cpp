@@ -97,6 +97,12 @@ float measure(XPLMFontID font, const char* text, size_t count) {
     return width;
 }
 
+// Our own drawing calls belong to the plug-in making them.
+void recordCall(DrawItem item) {
+    item.plugin = Host::get().currentPlugin;
+    recordDraw(item);
+}
+
 void recordText(const char* kind, const std::string& text, int x, int y, XPLMFontID font) {
     DrawItem item;
     item.kind = kind;
@@ -106,7 +112,7 @@ void recordText(const char* kind, const std::string& text, int x, int y, XPLMFon
     item.right = x + static_cast<int>(std::ceil(measure(font, text.data(), text.size())));
     item.bottom = y;
     item.style = font;
-    recordDraw(item);
+    recordCall(item);
 }
 
 // Breaks text into lines no wider than `width` at spaces; a word wider than a line
@@ -141,7 +147,6 @@ void recordDraw(const DrawItem& item) {
         return;
     }
     gCurrentFrame.push_back(item);
-    gCurrentFrame.back().plugin = Host::get().currentPlugin;
 }
 
 void finishDrawFrame() {
@@ -187,7 +192,7 @@ XPLM_API void XPLMSetGraphicsState(int inEnableFog, int inNumberTexUnits, int in
     DrawItem item;
     item.kind = "state";
     item.text = text;
-    recordDraw(item);
+    recordCall(item);
 }
 
 XPLM_API void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
@@ -202,7 +207,7 @@ XPLM_API void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
     item.kind = "texture";
     item.text = std::to_string(inTextureNum);
     item.style = inTextureUnit;
-    recordDraw(item);
+    recordCall(item);
 }
 
 XPLM_API void XPLMGenerateTextureNumbers(int* outTextureIDs, int inCount) {
@@ -249,7 +254,7 @@ XPLM_API void XPLMDrawTranslucentDarkBox(int inLeft, int inTop, int inRight, int
     item.y = inTop;
     item.right = inRight;
     item.bottom = inBottom;
-    recordDraw(item);
+    recordCall(item);
 }
 
 XPLM_API void XPLMDrawString(float* inColorRGB, int inXOffset, int inYOffset, char* inChar, int* inWordWrapWidth,

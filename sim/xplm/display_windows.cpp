@@ -32,6 +32,7 @@ void drawWindows() {
         item.y = w->top;
         item.right = w->right;
         item.bottom = w->bottom;
+        item.plugin = w->plugin;
         recordDraw(item);
         if (w->draw) w->draw(id, w->refcon);
     }

@@ -29,8 +29,8 @@ struct DrawItem {
     int plugin = 0;
 };
 
-// Appends an item to the current frame's draw list (Graphics.cpp), stamped with the
-// current plug-in; the widget library records its UI graphics through this.
+// Appends an item to the current frame's draw list (Graphics.cpp); the widget
+// library records its UI graphics through this.
 XPSIM_API void recordDraw(const DrawItem& item);
 
 namespace driver {

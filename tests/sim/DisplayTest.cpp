@@ -127,6 +127,17 @@ TEST_F(DisplayTest, DrawCallbacksRunPerPhaseInSimulatorOrderAndUnregisterByAllFo
     EXPECT_TRUE(callsWith("map").empty());
 }
 
+TEST_F(DisplayTest, LocalMapPhasesExistFromSdk200On) {
+    startSim("1.02");
+    EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LocalMap3D, 1, nullptr), 0);
+    EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_Panel, 1, nullptr), 1);
+    driver::shutdown();
+    startSim("2.00");
+    EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LocalMap3D, 1, nullptr), 1);
+    EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LocalMapProfile, 0, nullptr), 1);
+    EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, 103, 0, nullptr), 0);
+}
+
 TEST_F(DisplayTest, BeforeCallbackReturningZeroSuppressesThePhaseDrawingButNotOtherCallbacks) {
     startSim();
     createWindow("W", 100, 200, 300, 100);
@@ -332,6 +343,15 @@ TEST_F(DisplayTest, MouseDownDragAndUpGoToTheWindowThatTookTheDown) {
     driver::mouseUp(61, 61);
     driver::runFrames(1);
     EXPECT_EQ(clicks(), (Calls{"back down 50,50", "back up 50,50", "back down 60,60", "back up 61,61"}));
+
+    // The edges belong to the window.
+    calls().clear();
+    driver::mouseDown(300, 300);
+    driver::mouseUp(300, 300);
+    driver::mouseDown(301, 300);
+    driver::mouseUp(301, 300);
+    driver::runFrames(1);
+    EXPECT_EQ(clicks(), (Calls{"front down 300,300", "front up 300,300", "back down 301,300", "back up 301,300"}));
 
     // Moving without a button down is no drag.
     calls().clear();
@@ -706,8 +726,19 @@ TEST_F(DisplayPluginTest, ReloadedPluginsLeaveNoWindowsCallbacksOrHotKeysBehind)
     EXPECT_EQ(takeEvents("Beta", beta).size(), 8u);
     EXPECT_EQ(windowOwners(), (std::vector<int>{alpha, beta}));
     XPLMPluginID owner = -1;
-    XPLMGetHotKeyInfo(XPLMGetNthHotKey(0), nullptr, nullptr, nullptr, &owner);
+    XPLMHotKeyID alphaKey = XPLMGetNthHotKey(0);
+    XPLMGetHotKeyInfo(alphaKey, nullptr, nullptr, nullptr, &owner);
     EXPECT_EQ(owner, alpha);
+
+    // Anyone may remap a hot key; only its owner may remove it.
+    XPLMSetHotKeyCombination(alphaKey, XPLM_VK_F10, xplm_DownFlag);
+    XPLMUnregisterHotKey(alphaKey);
+    EXPECT_EQ(XPLMCountHotKeys(), 2);
+    EXPECT_EQ(errorsMentioning("belongs to plug-in " + std::to_string(alpha)), 1);
+    driver::keyPress(0, xplm_DownFlag, XPLM_VK_F10);
+    driver::runFrames(1);
+    EXPECT_TRUE(has(takeEvents("Alpha", alpha), "hotkey"));
+    EXPECT_FALSE(has(takeEvents("Beta", beta), "hotkey"));
 }
 
 }  // namespace
