@@ -17,6 +17,7 @@ struct Options {
     int screenHeight = 768;
     int xplaneVersion = 1051;    // what XPLMGetVersions answers
     int xplmVersion = 210;       // 102, 200 or 210, follows `sdk` unless set
+    int language = 1;            // XPLMLanguageCode that XPLMGetLanguage answers (English)
     bool verbose = false;        // echo Log.txt lines on stderr
 };
 

@@ -37,18 +37,18 @@ Host& Host::get() {
 }
 
 void Host::log(const std::string& line) {
+    logText(line.empty() || line.back() != '\n' ? line + '\n' : line);
+}
+
+void Host::logText(const std::string& text) {
     if (!gLog) {
         std::string path = rootPath("Log.txt");
         gLog = std::fopen(path.c_str(), "a");
         if (!gLog) return;
     }
-    std::fputs(line.c_str(), gLog);
-    if (line.empty() || line.back() != '\n') std::fputc('\n', gLog);
+    std::fputs(text.c_str(), gLog);
     std::fflush(gLog);  // tests and scenarios read the log while the run goes on
-    if (options.verbose) {
-        std::fputs(line.c_str(), stderr);
-        if (line.empty() || line.back() != '\n') std::fputc('\n', stderr);
-    }
+    if (options.verbose) std::fputs(text.c_str(), stderr);
 }
 
 void Host::reportError(const char* fmt, ...) {

@@ -29,6 +29,8 @@ public:
     void reportError(const char* fmt, ...) __attribute__((format(printf, 2, 3)));
     // Appends one line (a '\n' is added when missing) to <root>/Log.txt.
     void log(const std::string& line);
+    // Appends text as it stands, no newline added (XPLMDebugString's contract).
+    void logText(const std::string& text);
     // Absolute path of a file under the simulator root ("" = the root, with trailing '/').
     std::string rootPath(const std::string& relative = "") const;
 
