@@ -25,6 +25,13 @@ int recordCall(XPLMCommandRef, XPLMCommandPhase phase, void* refcon) {
     return tag[0] == '!' ? 0 : 1;
 }
 
+// A before-handler that unregisters the after-handler tagged "late" of the same command.
+int unregisterLate(XPLMCommandRef command, XPLMCommandPhase phase, void*) {
+    gCalls.push_back("u:" + std::to_string(phase));
+    XPLMUnregisterCommandHandler(command, recordCall, 0, const_cast<char*>("late"));
+    return 1;
+}
+
 class CommandsTest : public SimRootTest {
 protected:
     void SetUp() override {
@@ -143,10 +150,18 @@ TEST_F(CommandsTest, UnregisterRemovesOnlyTheRegistrationMatchingAllFourArgument
     XPLMCommandBegin(command);
     EXPECT_EQ(gCalls, (std::vector<std::string>{"b:0", "a:0"}));
     EXPECT_TRUE(gErrors.empty());
+    XPLMCommandEnd(command);
+
+    // A handler unregistered by an earlier one in the same chain is not called.
+    gCalls.clear();
+    XPLMRegisterCommandHandler(command, unregisterLate, 1, nullptr);
+    XPLMRegisterCommandHandler(command, recordCall, 0, const_cast<char*>("late"));
+    XPLMCommandOnce(command);
+    EXPECT_EQ(gCalls, (std::vector<std::string>{"b:0", "u:0", "a:0", "b:2", "u:2", "a:2"}));
+    EXPECT_EQ(gErrors.size(), 1u);  // the end phase's unregistering found nothing left
     XPLMUnregisterCommandHandler(command, recordCall, 1, a);  // already gone
     XPLMRegisterCommandHandler(command, nullptr, 1, a);
-    EXPECT_EQ(gErrors.size(), 2u);
-    XPLMCommandEnd(command);
+    EXPECT_EQ(gErrors.size(), 3u);
 }
 
 TEST_F(CommandsTest, InvalidOrForeignCommandRefsAreReportedAndIgnored) {

@@ -14,6 +14,11 @@ namespace {
 
 std::vector<std::string> gErrors;
 void recordError(const char* message) { gErrors.push_back(message); }
+// Breaks the rule that an error callback must not call the SDK, with an error of its own.
+void misbehavingCallback(const char* message) {
+    gErrors.push_back(message);
+    XPLMDebugString(nullptr);
+}
 
 class UtilitiesTest : public SimRootTest {
 protected:
@@ -107,6 +112,13 @@ TEST_F(UtilitiesTest, DirectoryContentsPagesThroughSortedNamesWithoutWritingPast
     EXPECT_EQ(buffer[14], '\0');
     for (int i = 0; i < 8; ++i) EXPECT_EQ(guarded[i], '#');
     for (int i = 8 + size; i < 32; ++i) EXPECT_EQ(guarded[i], '#') << i;
+
+    // One byte less and "alpha" no longer fits with the closing NUL behind it.
+    std::memset(guarded, '#', sizeof guarded);
+    EXPECT_EQ(XPLMGetDirectoryContents(dir.c_str(), 0, buffer, size - 1, nullptr, 0, nullptr, &returned), 0);
+    EXPECT_EQ(returned, 1);
+    EXPECT_EQ(buffer[8], '\0');
+    for (int i = 8 + size - 1; i < 32; ++i) EXPECT_EQ(guarded[i], '#') << i;
 
     // The next page starts where the last one stopped; the last page answers 1.
     EXPECT_EQ(XPLMGetDirectoryContents(dir.c_str(), 2, buffer, size, nullptr, 0, nullptr, &returned), 0);
@@ -273,6 +285,12 @@ TEST_F(UtilitiesTest, ErrorCallbackGoesToTheFaultingPluginEvenWhileItIsDisabled)
     XPLMSetErrorCallback(nullptr);
     XPLMCommandEnd(XPLMFindCommand("sim/none/none"));
     EXPECT_EQ(gErrors.size(), 1u);
+
+    // An error inside the callback is logged but not fed back into it.
+    XPLMSetErrorCallback(misbehavingCallback);
+    XPLMSpeakString(nullptr);
+    EXPECT_EQ(gErrors.size(), 2u);
+    EXPECT_NE(log().find("XPLMDebugString: the string is NULL"), std::string::npos);
 }
 
 }  // namespace

@@ -8,48 +8,23 @@
 
 #include "XPLMMenus.h"
 #include "XPLMPlugin.h"
+#include "test_plugin.h"
 
 #define TOP_MENU_REF 100
 #define MORE_MENU_REF 200
 #define ITEM_CHECKED 4
 
-static char gFolder[512];
-static char gName[256];
 static XPLMMenuID gMenu;
-
-static void record(const char* fmt, long a, long b, long c) {
-    char path[600];
-    FILE* f;
-    snprintf(path, sizeof path, "%s/events.txt", gFolder);
-    f = fopen(path, "a");
-    if (!f) return;
-    fprintf(f, fmt, a, b, c);
-    fputc('\n', f);
-    fclose(f);
-}
-
-static void findMyFolder(void) {
-    char path[256];
-    char* slash;
-    XPLMGetPluginInfo(XPLMGetMyID(), NULL, path, NULL, NULL);
-    slash = strrchr(path, '/');
-    if (slash) *slash = '\0';
-    slash = strrchr(path, '/');
-    if (slash && strcmp(slash, "/64") == 0) *slash = '\0';
-    snprintf(gFolder, sizeof gFolder, "%s", path);
-    slash = strrchr(path, '/');
-    snprintf(gName, sizeof gName, "%s", slash ? slash + 1 : path);
-}
 
 static void handler(void* menuRef, void* itemRef) {
     long item = (long)(intptr_t)itemRef;
-    record("pick menu=%ld item=%ld myid=%ld", (long)(intptr_t)menuRef, item, XPLMGetMyID());
+    recordEvent("pick menu=%ld item=%ld myid=%d", (long)(intptr_t)menuRef, item, XPLMGetMyID());
     if (item == ITEM_CHECKED) {
         XPLMMenuCheck check;
         XPLMCheckMenuItemState(gMenu, 4, &check);
         XPLMCheckMenuItem(gMenu, 4, check == xplm_Menu_Checked ? xplm_Menu_Unchecked : xplm_Menu_Checked);
         XPLMCheckMenuItemState(gMenu, 4, &check);
-        record("check=%ld", check, 0, 0);
+        recordEvent("check=%d", check);
     }
 }
 
@@ -63,7 +38,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
     strcpy(outDescription, "Builds a menu tree and records picks.");
 
     top = XPLMAppendMenuItem(XPLMFindPluginsMenu(), gName, NULL, 1);
-    record("plugins item index=%ld", top, 0, 0);
+    recordEvent("plugins item index=%d", top);
     gMenu = XPLMCreateMenu(gName, XPLMFindPluginsMenu(), top, handler, (void*)TOP_MENU_REF);
     XPLMAppendMenuItem(gMenu, "Alpha", (void*)1, 1);       /* 0 */
     XPLMAppendMenuItem(gMenu, "Beta/Gamma", (void*)2, 1);  /* 1 */

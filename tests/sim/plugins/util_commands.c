@@ -4,64 +4,28 @@
  * calls go into events.txt next to its binary; a file "stop_before" there makes the
  * before-handler answer 0. The message MSG_BEGIN_OWN makes it begin its own command
  * and leave it held. */
-#include <stdint.h>
 #include <stdio.h>
 #include <string.h>
 
 #include "XPLMPlugin.h"
 #include "XPLMUtilities.h"
+#include "test_plugin.h"
 
 #define MSG_BEGIN_OWN 0x7FF00010
 
-static char gFolder[512];
-static char gName[256];
-
-static void record(const char* fmt, const char* text, long a, long b) {
-    char path[600];
-    FILE* f;
-    snprintf(path, sizeof path, "%s/events.txt", gFolder);
-    f = fopen(path, "a");
-    if (!f) return;
-    fprintf(f, fmt, text, a, b);
-    fputc('\n', f);
-    fclose(f);
-}
-
-static int exists(const char* file) {
-    char path[600];
-    FILE* f;
-    snprintf(path, sizeof path, "%s/%s", gFolder, file);
-    f = fopen(path, "r");
-    if (f) fclose(f);
-    return f != NULL;
-}
-
-static void findMyFolder(void) {
-    char path[256];
-    char* slash;
-    XPLMGetPluginInfo(XPLMGetMyID(), NULL, path, NULL, NULL);
-    slash = strrchr(path, '/');
-    if (slash) *slash = '\0';
-    slash = strrchr(path, '/');
-    if (slash && strcmp(slash, "/64") == 0) *slash = '\0';
-    snprintf(gFolder, sizeof gFolder, "%s", path);
-    slash = strrchr(path, '/');
-    snprintf(gName, sizeof gName, "%s", slash ? slash + 1 : path);
-}
-
-static void onError(const char* message) { record("error %s myid=%ld", message, XPLMGetMyID(), 0); }
+static void onError(const char* message) { recordEvent("error %s myid=%d", message, XPLMGetMyID()); }
 
 static int before(XPLMCommandRef command, XPLMCommandPhase phase, void* refcon) {
-    record("before %s phase=%ld myid=%ld", (const char*)refcon, phase, XPLMGetMyID());
-    return exists("stop_before") ? 0 : 1;
+    recordEvent("before %s phase=%d myid=%d", (const char*)refcon, phase, XPLMGetMyID());
+    return folderHasFile("stop_before") ? 0 : 1;
 }
 
 static int after(XPLMCommandRef command, XPLMCommandPhase phase, void* refcon) {
-    record("after %s phase=%ld myid=%ld", (const char*)refcon, phase, XPLMGetMyID());
+    recordEvent("after %s phase=%d myid=%d", (const char*)refcon, phase, XPLMGetMyID());
     return 1;
 }
 
-static char gCommandName[300];
+static char gCommandName[600];
 static const char kPause[] = "sim/operation/pause_toggle";
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {

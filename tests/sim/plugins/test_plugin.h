@@ -1,0 +1,55 @@
+/* What test plug-ins share: the folder they are installed in, their name taken from
+ * it (so one binary installed twice is two plug-ins), and events.txt in that folder,
+ * one line per recorded event, which the tests read back. */
+#ifndef XPSIM_TEST_PLUGIN_H
+#define XPSIM_TEST_PLUGIN_H
+
+#include <stdarg.h>
+#include <stdio.h>
+#include <string.h>
+
+#include "XPLMPlugin.h"
+
+static char gFolder[512];
+static char gName[512];
+
+/* <root>/Resources/plugins/<Name>/64/lin.xpl: the folder is <Name>/, the name <Name>. */
+static inline void findMyFolder(void) {
+    char path[512];
+    char* slash;
+    XPLMGetPluginInfo(XPLMGetMyID(), NULL, path, NULL, NULL);
+    slash = strrchr(path, '/');
+    if (slash) *slash = '\0';
+    slash = strrchr(path, '/');
+    if (slash && strcmp(slash, "/64") == 0) *slash = '\0';
+    snprintf(gFolder, sizeof gFolder, "%s", path);
+    slash = strrchr(path, '/');
+    snprintf(gName, sizeof gName, "%s", slash ? slash + 1 : path);
+}
+
+/* Appends one printf-formatted line to events.txt. */
+static inline void recordEvent(const char* fmt, ...) {
+    char path[600];
+    va_list args;
+    FILE* f;
+    snprintf(path, sizeof path, "%s/events.txt", gFolder);
+    f = fopen(path, "a");
+    if (!f) return;
+    va_start(args, fmt);
+    vfprintf(f, fmt, args);
+    va_end(args);
+    fputc('\n', f);
+    fclose(f);
+}
+
+/* Whether the test put `file` into the plug-in's folder (a switch for its behaviour). */
+static inline int folderHasFile(const char* file) {
+    char path[600];
+    FILE* f;
+    snprintf(path, sizeof path, "%s/%s", gFolder, file);
+    f = fopen(path, "r");
+    if (f) fclose(f);
+    return f != NULL;
+}
+
+#endif
