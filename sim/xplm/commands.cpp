@@ -31,7 +31,8 @@ struct Command {
     std::string name;
     std::string description;
     bool builtIn = false;
-    std::vector<CommandHandler> handlers;  // in registration order
+    // Called in registration order: the SDK does not give an order among handlers.
+    std::vector<CommandHandler> handlers;
     std::vector<int> holders;              // one plug-in id per Begin not yet ended
 };
 
@@ -159,7 +160,9 @@ void* findByName(const std::string& name, std::string* error) {
 }  // namespace
 
 void commandsFrame() {
-    // Commands begun during this frame's handlers get their first continue next frame.
+    // The SDK does not give the continue rate; we send one per frame per held command
+    // (however many sources hold it). Commands begun during this frame's handlers get
+    // their first continue next frame.
     std::vector<void*> held;
     state().commands.forEach([&](void* ref, Command& command) {
         if (!command.holders.empty()) held.push_back(ref);
@@ -260,9 +263,7 @@ XPLM_API void XPLMCommandOnce(XPLMCommandRef inCommand) {
     xpsim::Command* command = xpsim::findValid("XPLMCommandOnce", inCommand);
     if (!command) return;
     xpsim::begin(inCommand, *command);
-    if (command = xpsim::state().commands.get(inCommand); command) {
-        xpsim::end(inCommand, *command, Host::get().currentPlugin);
-    }
+    xpsim::end(inCommand, *command, Host::get().currentPlugin);
 }
 
 XPLM_API void XPLMRegisterCommandHandler(XPLMCommandRef inComand, XPLMCommandCallback_f inHandler, int inBefore,
