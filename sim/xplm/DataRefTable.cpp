@@ -1,0 +1,184 @@
+// The simulator's own datarefs: read from the embedded datarefs.tsv, then given start
+// values that agree with the world (the aircraft parked at the airport of world.h,
+// engines off); everything not listed here starts at zero.
+
+#include "DataRefTable.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "dataaccess_internal.h"
+#include "host.h"
+#include "world.h"
+
+namespace xpsim {
+
+extern const char datarefs_tsv[];
+extern const std::size_t datarefs_tsv_size;
+
+namespace {
+
+constexpr double kDaySeconds = 24 * 3600.0;
+constexpr double kStartZuluSeconds = 18 * 3600.0;  // 18:00 Z, 10:00 local
+constexpr double kLocalOffsetSeconds = -8 * 3600.0;
+
+// "float[8]", "int[73][10]", "byte[40]", "double": type bits and element count.
+bool parseType(const std::string& text, XPLMDataTypeID* types, size_t* count) {
+    size_t bracket = text.find('[');
+    std::string base = text.substr(0, bracket);
+    size_t n = 1;
+    bool isArray = bracket != std::string::npos;
+    for (size_t pos = bracket; pos != std::string::npos; pos = text.find('[', pos + 1)) {
+        long dim = std::strtol(text.c_str() + pos + 1, nullptr, 10);
+        if (dim <= 0) return false;
+        n *= static_cast<size_t>(dim);
+    }
+    *count = n;
+    if (base == "int") *types = isArray ? xplmType_IntArray : xplmType_Int;
+    else if (base == "float") *types = isArray ? xplmType_FloatArray : xplmType_Float;
+    else if (base == "double" && !isArray) *types = xplmType_Double;
+    else if (base == "byte" && isArray) *types = xplmType_Data;
+    else return false;
+    return true;
+}
+
+std::string number(double v) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.17g", v);
+    return text;
+}
+
+// Start values, applied through the same text form as driver::setDataref.
+struct StartValue {
+    const char* name;
+    std::string value;
+};
+
+std::vector<StartValue> startValues() {
+    using namespace world;
+    const Options& options = Host::get().options;
+    double x, y, z;
+    worldToLocal(kAirportLat, kAirportLon, kAirportElevationM, &x, &y, &z);
+    // Heading only (pitch and roll 0): X-Plane's attitude quaternion reduces to a yaw turn.
+    double halfPsi = kAircraftHeadingDeg * kPi / 360.0;
+    std::string quaternion = number(std::cos(halfPsi)) + ",0,0," + number(std::sin(halfPsi));
+    return {
+        {"sim/flightmodel/position/latitude", number(kAirportLat)},
+        {"sim/flightmodel/position/longitude", number(kAirportLon)},
+        {"sim/flightmodel/position/elevation", number(kAirportElevationM)},
+        {"sim/flightmodel/position/lat_ref", number(kAirportLat)},
+        {"sim/flightmodel/position/lon_ref", number(kAirportLon)},
+        {"sim/flightmodel/position/local_x", number(x)},
+        {"sim/flightmodel/position/local_y", number(y)},
+        {"sim/flightmodel/position/local_z", number(z)},
+        {"sim/flightmodel/position/psi", number(kAircraftHeadingDeg)},
+        {"sim/flightmodel/position/true_psi", number(kAircraftHeadingDeg)},
+        {"sim/flightmodel/position/magpsi", number(kAircraftHeadingDeg)},
+        {"sim/flightmodel/position/mag_psi", number(kAircraftHeadingDeg)},
+        {"sim/flightmodel/position/hpath", number(kAircraftHeadingDeg)},
+        {"sim/flightmodel/position/q", quaternion},
+        {"sim/flightmodel/failures/onground_any", "1"},
+        {"sim/flightmodel/failures/onground_all", "1"},
+        {"sim/flightmodel/controls/parkbrake", "1"},
+        {"sim/cockpit2/controls/parking_brake_ratio", "1"},
+        {"sim/aircraft/engine/acf_num_engines", "1"},
+        {"sim/aircraft/view/acf_tailnum", "N172XP"},
+        {"sim/aircraft/view/acf_ICAO", "C172"},
+        {"sim/aircraft/view/acf_descrip", "Cessna 172SP Skyhawk"},
+        {"sim/aircraft/view/acf_author", "xpsim"},
+        {"sim/aircraft/weight/acf_m_empty", "743"},
+        {"sim/aircraft/weight/acf_m_max", "1157"},
+        {"sim/flightmodel/weight/m_fuel", "72,72"},
+        {"sim/flightmodel/weight/m_fuel1", "72"},
+        {"sim/flightmodel/weight/m_fuel2", "72"},
+        {"sim/flightmodel/weight/m_fuel_total", "144"},
+        {"sim/flightmodel/weight/m_total", "887"},
+        {"sim/cockpit/radios/com1_freq_hz", "11970"},
+        {"sim/cockpit/radios/com2_freq_hz", "12160"},
+        {"sim/cockpit/radios/nav1_freq_hz", "11080"},
+        {"sim/cockpit/radios/nav2_freq_hz", "11600"},
+        {"sim/cockpit/radios/transponder_code", "1200"},
+        {"sim/weather/barometer_sealevel_inhg", "29.92"},
+        {"sim/weather/barometer_current_inhg", number(29.92 - kAirportElevationM * 0.0036)},
+        {"sim/weather/temperature_sealevel_c", "15"},
+        {"sim/time/sim_speed", "1"},
+        {"sim/time/sim_speed_actual", "1"},
+        {"sim/time/ground_speed", "1"},
+        {"sim/time/zulu_time_sec", number(kStartZuluSeconds)},
+        {"sim/time/local_time_sec", number(kStartZuluSeconds + kLocalOffsetSeconds)},
+        {"sim/time/local_date_days", "79"},  // 21 March, zero-based
+        {"sim/graphics/view/window_width", std::to_string(options.screenWidth)},
+        {"sim/graphics/view/window_height", std::to_string(options.screenHeight)},
+        {"sim/version/sim_build_string", "xpsim " + std::to_string(options.xplaneVersion)},
+        {"sim/version/xplm_build_string", "xpsim XPLM " + std::to_string(options.xplmVersion)},
+    };
+}
+
+}  // namespace
+
+DataRefTable gDataRefTable;
+
+void loadSimulatorDataRefs() {
+    DataRefTable& table = dataRefTable();
+    if (table.loaded) return;
+    table.loaded = true;
+    std::string text(datarefs_tsv, datarefs_tsv_size);
+    size_t lineStart = text.find('\n') + 1;  // skip the header line
+    while (lineStart < text.size()) {
+        size_t lineEnd = text.find('\n', lineStart);
+        if (lineEnd == std::string::npos) lineEnd = text.size();
+        std::string line = text.substr(lineStart, lineEnd - lineStart);
+        lineStart = lineEnd + 1;
+        size_t tab1 = line.find('\t');
+        size_t tab2 = tab1 == std::string::npos ? tab1 : line.find('\t', tab1 + 1);
+        if (tab2 == std::string::npos) continue;
+        DataRef ref;
+        ref.name = line.substr(0, tab1);
+        size_t count = 0;
+        if (!parseType(line.substr(tab1 + 1, tab2 - tab1 - 1), &ref.types, &count)) {
+            Host::get().log("xpsim: datarefs.tsv: unknown type for " + ref.name);
+            continue;
+        }
+        ref.writable = line.compare(tab2 + 1, 1, "y") == 0;
+        if (ref.types == xplmType_IntArray) ref.ints.assign(count, 0);
+        if (ref.types == xplmType_FloatArray) ref.floats.assign(count, 0.0f);
+        if (ref.types == xplmType_Data) ref.bytes.assign(count, 0);
+        std::string name = ref.name;
+        table.byName.emplace(std::move(name), table.refs.add(std::move(ref)));
+    }
+    for (const StartValue& start : startValues()) {
+        std::string error;
+        if (!driver::setDataref(start.name, start.value, &error)) {
+            Host::get().log("xpsim: start value of " + std::string(start.name) + ": " + error);
+        }
+    }
+    auto find = [&table](const char* name) {
+        auto it = table.byName.find(name);
+        return it == table.byName.end() ? nullptr : it->second;
+    };
+    table.runningTime = find("sim/time/total_running_time_sec");
+    table.flightTime = find("sim/time/total_flight_time_sec");
+    table.zuluTime = find("sim/time/zulu_time_sec");
+    table.localTime = find("sim/time/local_time_sec");
+}
+
+// Zulu time runs on from whatever a plug-in set it to; local time follows it.
+void flightModelStep() {
+    loadSimulatorDataRefs();
+    DataRefTable& table = dataRefTable();
+    const Host& host = Host::get();
+    DataRef* running = table.refs.get(table.runningTime);
+    DataRef* flight = table.refs.get(table.flightTime);
+    DataRef* zulu = table.refs.get(table.zuluTime);
+    DataRef* local = table.refs.get(table.localTime);
+    if (!running || !flight || !zulu || !local) return;
+    // Kept in double precision: float steps of 1/60 s would drift by seconds a day.
+    running->scalar = host.elapsedSeconds;
+    flight->scalar += host.frameSeconds();
+    zulu->scalar = std::fmod(zulu->scalar + host.frameSeconds(), kDaySeconds);
+    local->scalar = std::fmod(zulu->scalar + kLocalOffsetSeconds + kDaySeconds, kDaySeconds);
+}
+
+}  // namespace xpsim

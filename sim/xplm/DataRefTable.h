@@ -1,0 +1,84 @@
+// The table of datarefs behind XPLMDataAccess: the simulator's own (from datarefs.tsv),
+// accessor datarefs published by plug-ins and shared data. Handles are HandleTable
+// handles, so every typed read or write is a handle dereference, never a name lookup.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "XPLMDataAccess.h"
+#include "handles.h"
+
+namespace xpsim {
+
+enum class DataRefProvider : uint8_t { Simulator, Accessor, Shared };
+
+// A plug-in's accessor callbacks, in the order XPLMRegisterDataAccessor takes them.
+struct DataAccessors {
+    XPLMGetDatai_f readInt = nullptr;
+    XPLMSetDatai_f writeInt = nullptr;
+    XPLMGetDataf_f readFloat = nullptr;
+    XPLMSetDataf_f writeFloat = nullptr;
+    XPLMGetDatad_f readDouble = nullptr;
+    XPLMSetDatad_f writeDouble = nullptr;
+    XPLMGetDatavi_f readIntArray = nullptr;
+    XPLMSetDatavi_f writeIntArray = nullptr;
+    XPLMGetDatavf_f readFloatArray = nullptr;
+    XPLMSetDatavf_f writeFloatArray = nullptr;
+    XPLMGetDatab_f readData = nullptr;
+    XPLMSetDatab_f writeData = nullptr;
+    void* readRefcon = nullptr;
+    void* writeRefcon = nullptr;
+};
+
+// One XPLMShareData registration; `id` tells it apart while notifications run.
+struct DataSharer {
+    uint64_t id = 0;
+    int plugin = 0;
+    XPLMDataChanged_f notify = nullptr;
+    void* refcon = nullptr;
+};
+
+struct DataRef {
+    std::string name;
+    XPLMDataTypeID types = xplmType_Unknown;
+    bool writable = false;
+    // False once an accessor dataref's provider unregistered it ("orphaned"): reads give 0
+    // and writes are ignored, but the handle stays valid for the plug-ins that cached it.
+    bool live = true;
+    DataRefProvider provider = DataRefProvider::Simulator;
+    int plugin = 0;  // the accessor's provider
+
+    // Storage of simulator and shared datarefs. Every scalar type of one dataref reads
+    // and writes the same value, held as a double (exact for int and float).
+    double scalar = 0.0;
+    std::vector<int> ints;
+    std::vector<float> floats;
+    std::vector<uint8_t> bytes;
+
+    DataAccessors accessors;          // provider == Accessor
+    std::vector<DataSharer> sharers;  // provider == Shared
+};
+
+struct DataRefTable {
+    HandleTable<DataRef> refs{HandleKind::DataRef};
+    std::unordered_map<std::string, void*> byName;
+    uint64_t nextSharerId = 1;
+    bool loaded = false;  // the simulator's own datarefs are in
+    // What flightModelStep changes every frame, found once per load.
+    void* runningTime = nullptr;
+    void* flightTime = nullptr;
+    void* zuluTime = nullptr;
+    void* localTime = nullptr;
+};
+
+// A plain global, not a function-local static: every dataref read goes through it.
+extern DataRefTable gDataRefTable;
+inline DataRefTable& dataRefTable() { return gDataRefTable; }
+// Puts the simulator's datarefs (datarefs.tsv) with their start values into the table,
+// once per run; every name lookup calls it first.
+void loadSimulatorDataRefs();
+
+}  // namespace xpsim

@@ -1,0 +1,63 @@
+/* Test plug-in: a legacy flight loop (every frame) and a created one (after the flight
+ * model, every second frame) that count their calls and remember the plug-in id the
+ * host reported while they ran, published as xpsim/test/<Name>/{legacy_calls,
+ * created_calls,seen_id}. <Name> is the folder it is installed in. Like a careless
+ * plug-in it leaves everything registered at stop: the host must drop it. */
+#include <stdio.h>
+#include <string.h>
+
+#include "XPLMDataAccess.h"
+#include "XPLMPlugin.h"
+#include "plugin_folder_name.h"
+#include "XPLMProcessing.h"
+
+static char gName[256];
+static int gLegacyCalls;
+static int gCreatedCalls;
+static int gSeenId = -2;
+static XPLMFlightLoopID gCreated;
+
+static float legacyLoop(float sinceCall, float sinceLoop, int counter, void* refcon) {
+    ++gLegacyCalls;
+    gSeenId = XPLMGetMyID();
+    return -1.0f;
+}
+
+static float createdLoop(float sinceCall, float sinceLoop, int counter, void* refcon) {
+    ++gCreatedCalls;
+    gSeenId = XPLMGetMyID();
+    return -2.0f;
+}
+
+static int getInt(void* refcon) { return *(int*)refcon; }
+
+static void publish(const char* leaf, int* value) {
+    char name[512];
+    snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
+    XPLMRegisterDataAccessor(name, xplmType_Int, 0, getInt, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
+                             NULL, NULL, NULL, value, NULL);
+}
+
+PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
+    XPLMCreateFlightLoop_t params;
+    pluginFolderName(gName, sizeof gName);
+    strcpy(outName, gName);
+    sprintf(outSignature, "xpsim.test.%s", gName);
+    strcpy(outDescription, "Counts flight-loop calls.");
+    publish("legacy_calls", &gLegacyCalls);
+    publish("created_calls", &gCreatedCalls);
+    publish("seen_id", &gSeenId);
+    XPLMRegisterFlightLoopCallback(legacyLoop, -1.0f, NULL);
+    params.structSize = sizeof params;
+    params.phase = xplm_FlightLoop_Phase_AfterFlightModel;
+    params.callbackFunc = createdLoop;
+    params.refcon = NULL;
+    gCreated = XPLMCreateFlightLoop(&params);
+    XPLMScheduleFlightLoop(gCreated, -1.0f, 1);
+    return 1;
+}
+
+PLUGIN_API void XPluginStop(void) {}
+PLUGIN_API int XPluginEnable(void) { return 1; }
+PLUGIN_API void XPluginDisable(void) {}
+PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {}
