@@ -86,6 +86,7 @@ void Host::reset() {
     resetMenus();
     resetUtilities();
     resetWorld();
+    resetLibraries();
     elapsedSeconds = 0.0;
     cycleNumber = 0;
     currentPlugin = 0;

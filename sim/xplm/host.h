@@ -86,6 +86,7 @@ void forgetPluginDisplay(int plugin);
 void forgetPluginMenus(int plugin);
 void forgetPluginUtilities(int plugin);
 void forgetPluginWorld(int plugin);  // camera, planes, scenery
+void forgetPluginLibraries(int plugin);  // host_api.cpp: the widget library's hooks
 
 // Called by Host::reset: each area returns to its start-of-run state.
 void resetDataAccess();
@@ -96,5 +97,6 @@ void resetMenus();
 void resetUtilities();
 void resetPlugins();
 void resetWorld();  // camera, planes, navigation, scenery
+void resetLibraries();  // host_api.cpp: the widget library's hooks
 
 }  // namespace xpsim

@@ -35,6 +35,7 @@ F entryPoint(void* library, const char* name) {
 }
 
 void forgetEverything(int plugin) {
+    forgetPluginLibraries(plugin);
     forgetPluginDataAccess(plugin);
     forgetPluginProcessing(plugin);
     forgetPluginDisplay(plugin);
