@@ -24,11 +24,16 @@ constexpr int kMaxDriverElements = 1 << 20;
 // NULL (what XPLMFindDataRef answers for an unknown name) and orphaned handles get the
 // neutral answer silently, as the SDK documents; anything the host never handed out
 // is a programming error.
-DataRef* resolve(XPLMDataRef handle, const char* function) {
+__attribute__((noinline, cold)) void reportBadHandle(XPLMDataRef handle, const char* function) {
+    Host::get().reportError("%s: %p is not a dataref handle", function, handle);
+}
+
+// Inlined: this is the whole cost of a read besides the copy.
+inline __attribute__((always_inline)) DataRef* resolve(XPLMDataRef handle, const char* function) {
     if (!handle) return nullptr;
     DataRef* ref = dataRefTable().refs.get(handle);
     if (!ref) {
-        Host::get().reportError("%s: %p is not a dataref handle", function, handle);
+        reportBadHandle(handle, function);
         return nullptr;
     }
     return ref->live ? ref : nullptr;
