@@ -7,7 +7,7 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
-#include "plugin_folder_name.h"
+#include "test_plugin.h"
 
 /* Test messages; the parameter is an int in the pointer. */
 #define MSG_UNREGISTER 0x7FF10001 /* unregister every dataref of this plug-in */
@@ -15,7 +15,6 @@
 
 enum { kArraySize = 4, kDataSize = 8 };
 
-static char gName[256];
 static int gInt = 7;
 static float gFloat = 2.5f;
 static double gDouble = 1234.5678;
@@ -70,14 +69,14 @@ static int getSeenRefcon(void* r) { return (int)gSeenRefcon; }
 static int getCalls(void* r) { return gCalls; }
 
 static XPLMDataRef registerInt(const char* leaf, XPLMGetDatai_f get) {
-    char name[512];
+    char name[600];
     snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
     return XPLMRegisterDataAccessor(name, xplmType_Int, 0, get, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
                                     NULL, NULL, NULL, NULL, NULL, NULL);
 }
 
 static void registerAll(void) {
-    char name[512];
+    char name[600];
     snprintf(name, sizeof name, "xpsim/test/%s/values", gName);
     /* One dataref of every type; read refcon 11, write refcon 22. */
     gValues = XPLMRegisterDataAccessor(
@@ -100,7 +99,7 @@ static void unregisterAll(void) {
 }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    pluginFolderName(gName, sizeof gName);
+    findMyFolder();
     strcpy(outName, gName);
     sprintf(outSignature, "xpsim.test.%s", gName);
     strcpy(outDescription, "Publishes accessor datarefs.");

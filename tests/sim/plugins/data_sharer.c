@@ -8,14 +8,13 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
-#include "plugin_folder_name.h"
+#include "test_plugin.h"
 
 /* Test messages; the parameter is an int in the pointer. */
 #define MSG_SHARE 0x7FF20001   /* XPLMShareData("xpsim/test/shared", param, notify) */
 #define MSG_UNSHARE 0x7FF20002 /* XPLMUnshareData("xpsim/test/shared", param, notify) */
 #define MSG_WRITE 0x7FF20003   /* XPLMSetDatai(xpsim/test/shared, param) */
 
-static char gName[256];
 static int gNotified;
 static int gNotifiedValue = -1;
 static int gNotifiedId = -2;
@@ -30,14 +29,14 @@ static void changed(void* refcon) {
 static int getInt(void* refcon) { return *(int*)refcon; }
 
 static void publish(const char* leaf, int* value) {
-    char name[512];
+    char name[600];
     snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
     XPLMRegisterDataAccessor(name, xplmType_Int, 0, getInt, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
                              NULL, NULL, NULL, value, NULL);
 }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    pluginFolderName(gName, sizeof gName);
+    findMyFolder();
     strcpy(outName, gName);
     sprintf(outSignature, "xpsim.test.%s", gName);
     strcpy(outDescription, "Shares data and counts change notifications.");

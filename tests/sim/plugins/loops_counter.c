@@ -8,10 +8,9 @@
 
 #include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
-#include "plugin_folder_name.h"
+#include "test_plugin.h"
 #include "XPLMProcessing.h"
 
-static char gName[256];
 static int gLegacyCalls;
 static int gCreatedCalls;
 static int gSeenId = -2;
@@ -32,7 +31,7 @@ static float createdLoop(float sinceCall, float sinceLoop, int counter, void* re
 static int getInt(void* refcon) { return *(int*)refcon; }
 
 static void publish(const char* leaf, int* value) {
-    char name[512];
+    char name[600];
     snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
     XPLMRegisterDataAccessor(name, xplmType_Int, 0, getInt, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
                              NULL, NULL, NULL, value, NULL);
@@ -40,7 +39,7 @@ static void publish(const char* leaf, int* value) {
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
     XPLMCreateFlightLoop_t params;
-    pluginFolderName(gName, sizeof gName);
+    findMyFolder();
     strcpy(outName, gName);
     sprintf(outSignature, "xpsim.test.%s", gName);
     strcpy(outDescription, "Counts flight-loop calls.");
