@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "XPLMDisplay.h"
 #include "XPStandardWidgets.h"
 #include "XPUIGraphics.h"
 #include "XPWidgetUtils.h"
