@@ -3,7 +3,10 @@
 // ones, phase by phase, each phase in registration order.
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 #include "XPLMProcessing.h"
@@ -44,6 +47,22 @@ struct FlightLoops {
 };
 
 FlightLoops gLoops;
+
+// XPLMScheduleFlightLoop is the one call the SDK allows from other threads (for an
+// unscheduled loop of an enabled plug-in). Such requests wait here until the main
+// thread takes them at the start of its next flight loop; nothing else is shared.
+struct ScheduleRequest {
+    XPLMFlightLoopID id;
+    float interval;
+    bool relativeToNow;
+};
+struct ScheduleRequests {
+    std::mutex lock;
+    std::vector<ScheduleRequest> pending;
+    std::atomic<bool> any{false};
+    std::thread::id mainThread = std::this_thread::get_id();
+};
+ScheduleRequests gRequests;
 
 void dropDeadHandles() {
     for (auto& order : gLoops.order) {
@@ -115,6 +134,20 @@ bool isDue(const FlightLoop& loop, double now, long long cycle) {
     return false;
 }
 
+void takeScheduleRequests() {
+    std::vector<ScheduleRequest> requests;
+    {
+        std::lock_guard<std::mutex> guard(gRequests.lock);
+        requests.swap(gRequests.pending);
+        gRequests.any.store(false, std::memory_order_relaxed);
+    }
+    for (const ScheduleRequest& request : requests) {
+        if (FlightLoop* loop = createdLoop(request.id, "XPLMScheduleFlightLoop")) {
+            schedule(*loop, request.interval, request.relativeToNow);
+        }
+    }
+}
+
 // Loops registered during the phase wait for the next dispatch; loops removed during
 // it are skipped (their handles no longer resolve).
 void runPhase(int phase, double now, long long cycle, float sinceLastLoop) {
@@ -150,6 +183,7 @@ void flightLoopFrame() {
     const double now = host.elapsedSeconds;
     const long long cycle = host.cycleNumber;
     const float sinceLastLoop = static_cast<float>(now - gLoops.lastDispatchTime);
+    if (gRequests.any.load(std::memory_order_acquire)) takeScheduleRequests();
     gLoops.lastDispatchLoop = cycle;
     gLoops.lastDispatchTime = now;
     gLoops.dispatching = true;
@@ -174,6 +208,10 @@ void resetProcessing() {
     gLoops.lastDispatchTime = 0.0;
     gLoops.calling = nullptr;
     gLoops.dispatching = false;
+    std::lock_guard<std::mutex> guard(gRequests.lock);
+    gRequests.pending.clear();
+    gRequests.any.store(false);
+    gRequests.mainThread = std::this_thread::get_id();
 }
 
 }  // namespace xpsim
@@ -260,6 +298,12 @@ XPLM_API void XPLMDestroyFlightLoop(XPLMFlightLoopID inFlightLoopID) {
 // Interval 0 unschedules the loop; the SDK does not say so for this function, but it
 // is the encoding every other flight-loop interval uses.
 XPLM_API void XPLMScheduleFlightLoop(XPLMFlightLoopID inFlightLoopID, float inInterval, int inRelativeToNow) {
+    if (std::this_thread::get_id() != gRequests.mainThread) {
+        std::lock_guard<std::mutex> guard(gRequests.lock);
+        gRequests.pending.push_back(ScheduleRequest{inFlightLoopID, inInterval, inRelativeToNow != 0});
+        gRequests.any.store(true, std::memory_order_release);
+        return;
+    }
     if (FlightLoop* loop = createdLoop(inFlightLoopID, "XPLMScheduleFlightLoop")) {
         schedule(*loop, inInterval, inRelativeToNow != 0);
     }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "XPLMDataAccess.h"
@@ -239,6 +240,24 @@ TEST_F(ProcessingTest, CallbacksMayChangeTheLoopsWhileTheyRun) {
     order.clear();
     driver::runFrames(2);
     EXPECT_EQ(order, std::vector<std::string>({"first", "added", "first", "added"}));
+}
+
+TEST_F(ProcessingTest, ScheduleFromAnotherThreadTakesEffectAtTheNextFlightLoop) {
+    Loop loop{"loop"};
+    XPLMFlightLoopID id = create(loop, xplm_FlightLoop_Phase_BeforeFlightModel);
+    XPLMFlightLoopID garbage = reinterpret_cast<XPLMFlightLoopID>(0x5678);
+    driver::runFrames(2);
+    const int before = errors();
+    std::thread worker([&] {
+        XPLMScheduleFlightLoop(id, -1.0f, 1);
+        XPLMScheduleFlightLoop(garbage, -1.0f, 1);
+    });
+    worker.join();
+    EXPECT_EQ(errors(), before);  // checked on the main thread, at the next flight loop
+    driver::runFrames(1);
+    ASSERT_EQ(loop.calls.size(), 1u);
+    EXPECT_EQ(loop.calls[0].cycle, 2);
+    EXPECT_EQ(errors(), before + 1);
 }
 
 TEST_F(ProcessingTest, BadFlightLoopArgumentsAreReportedAndIgnored) {
