@@ -12,8 +12,6 @@
 
 namespace vorlith {
 
-char TestText[kVL_MaxScriptFiles][kVL_MaxScriptNameLength + 1];
-
 int GetScriptFiles(const char* folder) {
     static char names[4096];
     static char* indices[4096];

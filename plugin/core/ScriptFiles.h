@@ -7,10 +7,6 @@
 
 namespace vorlith {
 
-// The module names found by the last listing, one per 256-byte slot (the control
-// panel reuses it for its script list).
-extern char TestText[kVL_MaxScriptFiles][kVL_MaxScriptNameLength + 1];
-
 // Lists folder (a simulator path of the scripts folder) into TestText; returns the count.
 int GetScriptFiles(const char* folder);
 // Imports moduleName and enters its Vorlith instance in VLTestTable; 1 on success.

@@ -6,6 +6,8 @@
 
 namespace vorlith {
 
+char TestText[kVL_MaxScriptFiles][kVL_MaxScriptNameLength + 1];
+
 namespace {
 
 bool HasMarker(const std::string& file) {

@@ -4,7 +4,7 @@
 
 #include <cstring>
 
-#include "core/ScriptFiles.h"
+#include "core/ScriptNames.h"
 #include "core/Text.h"
 
 namespace vorlith {

@@ -1,0 +1,134 @@
+// Start, stop and reload of the interpreter as the simulator drives them, with the
+// exact log and debug-output lines, and the relay of the simulator's events to scripts.
+
+#include <filesystem>
+
+#include "Harness.h"
+#include "XPLMPlugin.h"
+#include "driver.h"
+
+namespace vorlith::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// The output lines of the recorder scripts that are not messages.
+Lines EventLines(const std::string& output) {
+    Lines events;
+    for (const std::string& line : SplitLines(output))
+        if (line.find(" message ") == std::string::npos) events.push_back(line);
+    return events;
+}
+
+const char* PlatformName() { return kPythonMajor == 2 ? "linux2" : "linux"; }
+
+TEST_F(PluginTest, StartAndStopWriteEveryLogLineInOrder) {
+    AddScript("VL_Recorder.py");
+    StartSim();
+    StopSim();
+
+    Lines log = SplitLines(Log());
+    ASSERT_EQ(log.size(), 16u) << Log();
+    EXPECT_EQ(log[0], "+++ LOGGING STARTED +++");
+    EXPECT_EQ(log[1].rfind("Vorlith 2.67.07 (SDK 2.10) ", 0), 0u) << log[1];
+    EXPECT_EQ(log[2], "Vorlith.ini file not found");
+    EXPECT_EQ(log[3], "Before Py_Initialize()");
+    EXPECT_EQ(log[4], "After Py_Initialize()");
+    EXPECT_EQ(log[5].rfind(kPythonMajor == 2 ? "Python Version 2.7." : "Python Version 3.", 0), 0u) << log[5];
+    std::string platform = std::string(" running on the ") + PlatformName() + " platform";
+    EXPECT_TRUE(log[5].size() > platform.size() && log[5].compare(log[5].size() - platform.size(), platform.size(),
+                                                                   platform) == 0)
+        << log[5];
+    EXPECT_EQ(log[6], "Before Modules Init");
+    EXPECT_EQ(log[7], "Using path below for script path");
+    EXPECT_EQ(log[8], ScriptsFolder());
+    EXPECT_EQ(log[9], "After Modules Init");
+    EXPECT_EQ(log[10], "Searching for Standard Scripts");
+    EXPECT_EQ(log[11], "Script 'VL_Recorder.py' successfully loaded.");
+    EXPECT_EQ(log[12], "Before Py_Finalize()");
+    EXPECT_EQ(log[13], "After Py_Finalize()");
+    EXPECT_EQ(log[14], "--- LOGGING STOPPED ---");
+    EXPECT_EQ(log[15], "");
+
+    EXPECT_EQ(EventLines(Output()),
+              (Lines{"VL_Recorder start", "VL_Recorder enable", "VL_Recorder disable", "VL_Recorder stop"}));
+    EXPECT_NE(SimLog().find("VorlithVersionNumber = 2.67.07\n"), std::string::npos) << SimLog();
+}
+
+TEST_F(PluginTest, EventsReachEveryScriptInLoadOrder) {
+    AddScript("VL_Recorder.py", "VL_First.py");
+    AddScript("VL_Recorder.py", "VL_Second.py");
+    StartSim();
+    StopSim();
+    // Every script is started before any is enabled: all imports come first.
+    EXPECT_EQ(EventLines(Output()),
+              (Lines{"VL_First start", "VL_Second start", "VL_First enable", "VL_Second enable", "VL_First disable",
+                     "VL_Second disable", "VL_First stop", "VL_Second stop"}));
+    EXPECT_NE(Log().find("Script 'VL_First.py' successfully loaded.\nScript 'VL_Second.py' successfully loaded.\n"),
+              std::string::npos);
+}
+
+TEST_F(PluginTest, ReloadStopsAndStartsAFreshInterpreterAndImportsScriptsAgain) {
+    AddScript("VL_Fresh.py");
+    AddScript("VL_Recorder.py");
+    StartSim();
+    xpsim::driver::reloadPlugins();
+    StopSim();
+
+    std::string log = Log();
+    EXPECT_EQ(CountOf(log, "+++ LOGGING STARTED +++\n"), 2) << log;
+    EXPECT_EQ(CountOf(log, "After Py_Finalize()\n--- LOGGING STOPPED ---\n\n"), 2) << log;
+    EXPECT_EQ(CountOf(log, "Script 'VL_Fresh.py' successfully loaded.\n"), 2);
+    // A module-level mark left in sys by the first run is gone in the second.
+    std::string output = Output();
+    EXPECT_EQ(CountOf(output, "imported; seen before: False\n"), 2) << output;
+    EXPECT_EQ(CountOf(output, "seen before: True"), 0);
+    EXPECT_EQ(CountOf(output, "VL_Recorder start\n"), 2);
+    EXPECT_EQ(CountOf(output, "VL_Recorder stop\n"), 2);
+}
+
+TEST_F(PluginTest, MissingScriptsFolderIsReportedOnTheDebugOutputAndNothingLoads) {
+    RemoveScriptsFolder();
+    StartSim();
+    std::string expected = "\n*** VORLITH ERROR ***\nPath :- " + ScriptsFolder() +
+                           " does not exist.\nYou will need to create a folder called PythonScripts under the "
+                           "plugins folder\n*** VORLITH ERROR ***\n\n";
+    EXPECT_NE(SimLog().find(expected), std::string::npos) << SimLog();
+    // XPluginStart still succeeded and the empty table enables.
+    EXPECT_EQ(XPLMIsPluginEnabled(vorlithId), 1);
+    StopSim();
+    // The log lives in the missing folder: nothing could be written, nothing was created.
+    EXPECT_FALSE(std::filesystem::exists(ScriptsFolder()));
+}
+
+TEST_F(PluginTest, EmptyScriptsFolderStartsAndEnables) {
+    StartSim();
+    EXPECT_EQ(XPLMIsPluginEnabled(vorlithId), 1);
+    std::string log = Log();
+    EXPECT_NE(log.find("Searching for Standard Scripts\n"), std::string::npos);
+    EXPECT_EQ(log.find("successfully loaded"), std::string::npos);
+    StopSim();
+    EXPECT_NE(Log().find("--- LOGGING STOPPED ---\n\n"), std::string::npos);
+}
+
+TEST_F(PluginTest, MessagesFromTheSimulatorAndOtherPluginsReachScriptsWithTheirParameter) {
+    AddScript("VL_Recorder.py");
+    InstallHelperPlugin("vl_sender");
+    StartSim();
+    xpsim::driver::sendMessage(XPLM_NO_PLUGIN_ID, 4242, 77);
+    int sender = XPLMFindPluginBySignature("vorlith.test.sender");
+    ASSERT_GE(sender, 0);
+    std::string output = Output();
+    // Python 2 makes small pointer values plain ints, as it does every integer that fits.
+    const char* integer = " int";
+    EXPECT_NE(output.find("VL_Recorder message from " + std::to_string(sender) + ": " + std::to_string(0x7F001) +
+                          " " + std::to_string(0xBEEF) + integer),
+              std::string::npos)
+        << output;
+    EXPECT_NE(output.find("VL_Recorder message from 0: 4242 77" + std::string(integer)), std::string::npos) << output;
+    EXPECT_NE(output.find("VL_Recorder message from 0: " + std::to_string(XPLM_MSG_PLANE_LOADED) + " 0"),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace vorlith::test

@@ -1,0 +1,2 @@
+# Fails while it is imported.
+raise RuntimeError("broken at import")

@@ -1,0 +1,6 @@
+# Defines no Vorlith class.
+print("VL_NoClass imported")
+
+
+class SomethingElse:
+    pass

@@ -1,0 +1,4 @@
+# Cannot even be compiled.
+class Vorlith:
+    def XPluginStart(self:
+        pass
