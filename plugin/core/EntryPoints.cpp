@@ -47,6 +47,9 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
 
 PLUGIN_API void XPluginStop() {
     StopPython(0);
+    // A start that found no scripts folder left the interpreter running; the binary is
+    // about to be unloaded, and the next load must find no interpreter of ours.
+    if (Py_IsInitialized()) PythonGuard::finalize();
     delete VLTestTable;
     VLTestTable = nullptr;
     if (XPLMSetErrorCallback_ptr) XPLMSetErrorCallback_ptr(nullptr);

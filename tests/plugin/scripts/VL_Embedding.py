@@ -13,7 +13,8 @@ import select
 import socket
 
 print("stdlib %s %s %s" % (math.sqrt(16.0), json.dumps([1]), socket.AF_INET > 0))
-print("python signal handler installed: %s" % (signal.getsignal(signal.SIGINT) is signal.default_int_handler))
+# Python's own start would set SIGPIPE to "ignore"; the simulator's setting must stay.
+print("SIGPIPE left as it was: %s" % (signal.getsignal(signal.SIGPIPE) == signal.SIG_DFL))
 
 MARKER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "thread_ran.txt")
 
