@@ -1,6 +1,7 @@
 // Start, stop and reload of the interpreter as the simulator drives them, with the
 // exact log and debug-output lines, and the relay of the simulator's events to scripts.
 
+#include <algorithm>
 #include <filesystem>
 
 #include "Harness.h"
@@ -27,28 +28,34 @@ TEST_F(PluginTest, StartAndStopWriteEveryLogLineInOrder) {
     StartSim();
     StopSim();
 
-    Lines log = SplitLines(Log());
-    ASSERT_EQ(log.size(), 16u) << Log();
-    EXPECT_EQ(log[0], "+++ LOGGING STARTED +++");
-    EXPECT_EQ(log[1].rfind("Vorlith 2.67.07 (SDK 2.10) ", 0), 0u) << log[1];
-    EXPECT_EQ(log[2], "Vorlith.ini file not found");
-    EXPECT_EQ(log[3], "Before Py_Initialize()");
-    EXPECT_EQ(log[4], "After Py_Initialize()");
-    EXPECT_EQ(log[5].rfind(kPythonMajor == 2 ? "Python Version 2.7." : "Python Version 3.", 0), 0u) << log[5];
-    std::string platform = std::string(" running on the ") + PlatformName() + " platform";
-    EXPECT_TRUE(log[5].size() > platform.size() && log[5].compare(log[5].size() - platform.size(), platform.size(),
-                                                                   platform) == 0)
-        << log[5];
-    EXPECT_EQ(log[6], "Before Modules Init");
-    EXPECT_EQ(log[7], "Using path below for script path");
-    EXPECT_EQ(log[8], ScriptsFolder());
-    EXPECT_EQ(log[9], "After Modules Init");
-    EXPECT_EQ(log[10], "Searching for Standard Scripts");
-    EXPECT_EQ(log[11], "Script 'VL_Recorder.py' successfully loaded.");
-    EXPECT_EQ(log[12], "Before Py_Finalize()");
-    EXPECT_EQ(log[13], "After Py_Finalize()");
-    EXPECT_EQ(log[14], "--- LOGGING STOPPED ---");
-    EXPECT_EQ(log[15], "");
+    std::string log = Log();
+    // The interpreter's version text may span two lines (Python 2 puts the compiler on its own).
+    std::size_t versionAt = log.find("Python Version ");
+    std::size_t modulesAt = log.find("Before Modules Init\n");
+    ASSERT_NE(versionAt, std::string::npos) << log;
+    ASSERT_NE(modulesAt, std::string::npos) << log;
+    std::string version = log.substr(versionAt, modulesAt - versionAt);
+    std::string platform = std::string(" running on the ") + PlatformName() + " platform\n";
+    EXPECT_EQ(version.rfind(kPythonMajor == 2 ? "Python Version 2.7." : "Python Version 3.", 0), 0u) << version;
+    EXPECT_EQ(version.substr(version.size() - std::min(version.size(), platform.size())), platform) << version;
+
+    Lines before = SplitLines(log.substr(0, versionAt));
+    ASSERT_EQ(before.size(), 5u) << log;
+    EXPECT_EQ(before[0], "+++ LOGGING STARTED +++");
+    EXPECT_EQ(before[1].rfind("Vorlith 2.67.07 (SDK 2.10) ", 0), 0u) << before[1];
+    EXPECT_EQ(before[2], "Vorlith.ini file not found");
+    EXPECT_EQ(before[3], "Before Py_Initialize()");
+    EXPECT_EQ(before[4], "After Py_Initialize()");
+    EXPECT_EQ(log.substr(modulesAt), "Before Modules Init\n"
+                                     "Using path below for script path\n" +
+                                         ScriptsFolder() +
+                                         "\n"
+                                         "After Modules Init\n"
+                                         "Searching for Standard Scripts\n"
+                                         "Script 'VL_Recorder.py' successfully loaded.\n"
+                                         "Before Py_Finalize()\n"
+                                         "After Py_Finalize()\n"
+                                         "--- LOGGING STOPPED ---\n\n");
 
     EXPECT_EQ(EventLines(Output()),
               (Lines{"VL_Recorder start", "VL_Recorder enable", "VL_Recorder disable", "VL_Recorder stop"}));
