@@ -1,0 +1,32 @@
+// What the world areas (camera, planes, navigation, scenery) share inside the host:
+// the user's aircraft position and each area's frame, forget and reset hooks.
+#pragma once
+
+#include <string>
+
+namespace xpsim {
+
+// Planes.cpp: where the user's aircraft is parked.
+struct UserAircraft {
+    double lat, lon, elevationM, headingDeg;
+    std::string airportId;
+};
+const UserAircraft& userAircraft();
+
+// Whether (lat, lon) lies in the loaded scenery area, centred on the world's reference
+// point (world.h): what navaids report as "in region" and where probes see terrain.
+bool inLoadedScenery(double lat, double lon);
+
+void planesFrame();          // releases the planes of a holder that was disabled
+void completeObjectLoads();  // Scenery.cpp: asynchronous loads that are due
+
+void forgetPluginCamera(int plugin);
+void forgetPluginPlanes(int plugin);
+void forgetPluginScenery(int plugin);
+
+void resetCamera();
+void resetPlanes();
+void resetNavigation();
+void resetScenery();
+
+}  // namespace xpsim
