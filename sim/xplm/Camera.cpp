@@ -1,6 +1,12 @@
 // XPLMCamera: which plug-in drives the camera, its control callback once per frame,
 // losing control, and the camera position (near the user's aircraft by default).
 
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <utility>
+
 #include "XPLMCamera.h"
 #include "host.h"
 #include "world.h"
@@ -22,7 +28,19 @@ struct Camera {
     unsigned generation = 0;  // bumped on every change of control, to detect it during a callback
     bool positionFromPlugin = false;
     XPLMCameraPosition_t position{};
+    XPLMCameraPosition_t published{};  // what the view datarefs hold
+    bool everPublished = false;
 } gCamera;
+
+// The simulator's commands that select another view (glances and the like only turn
+// the head within the current view).
+constexpr const char* kViewSelections[] = {
+    "sim/view/free_camera",   "sim/view/forward_with_panel", "sim/view/forward_with_hud",
+    "sim/view/forward_with_nothing", "sim/view/linear_spot", "sim/view/still_spot",
+    "sim/view/runway",        "sim/view/circle",             "sim/view/tower",
+    "sim/view/ridealong",     "sim/view/track_weapon",       "sim/view/chase",
+    "sim/view/3d_cockpit_toggle", "sim/view/cinema_verite",
+};
 
 // The simulator's own view: the pilot's eye in the parked user aircraft.
 XPLMCameraPosition_t defaultPosition() {
@@ -33,8 +51,10 @@ XPLMCameraPosition_t defaultPosition() {
                                 static_cast<float>(user.headingDeg), 0.0f, 1.0f};
 }
 
+// The simulator drives the camera again, from this very frame.
 void endControl() {
     gCamera.controller = Controller{};
+    gCamera.positionFromPlugin = false;
     ++gCamera.generation;
 }
 
@@ -50,38 +70,73 @@ void dropDisabledController() {
     if (gCamera.controller.function && !isPluginEnabled(gCamera.controller.plugin)) endControl();
 }
 
+bool selectsView(const std::string& command) {
+    // sim/view/quick_look_N recalls a stored view; quick_look_N_mem stores one.
+    const std::string quickLook = "sim/view/quick_look_";
+    if (command.rfind(quickLook, 0) == 0) return command.size() == quickLook.size() + 1;
+    return std::any_of(std::begin(kViewSelections), std::end(kViewSelections),
+                       [&](const char* name) { return command == name; });
+}
+
+XPLMCameraPosition_t currentPosition() { return gCamera.positionFromPlugin ? gCamera.position : defaultPosition(); }
+
+// The sim/graphics/view datarefs follow the camera, written when it moved.
+void publishPosition() {
+    XPLMCameraPosition_t p = currentPosition();
+    if (gCamera.everPublished && std::memcmp(&p, &gCamera.published, sizeof p) == 0) return;
+    gCamera.published = p;
+    gCamera.everPublished = true;
+    const std::pair<const char*, float> values[] = {
+        {"sim/graphics/view/view_x", p.x},         {"sim/graphics/view/view_y", p.y},
+        {"sim/graphics/view/view_z", p.z},         {"sim/graphics/view/view_pitch", p.pitch},
+        {"sim/graphics/view/view_heading", p.heading}, {"sim/graphics/view/view_roll", p.roll},
+    };
+    for (const auto& [name, value] : values) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.9g", value);
+        driver::setDataref(name, text, nullptr);
+    }
+}
+
 }  // namespace
+
+void cameraSimulatorCommand(const std::string& command) {
+    dropDisabledController();
+    Controller c = gCamera.controller;
+    if (!c.function || c.duration != xplm_ControlCameraUntilViewChanges) return;
+    if (!selectsView(command)) return;
+    endControl();
+    takeAwayFrom(c);
+}
 
 void cameraFrame() {
     dropDisabledController();
     Controller c = gCamera.controller;
     if (!c.function) {
-        gCamera.positionFromPlugin = false;
+        publishPosition();
         return;
     }
     unsigned generation = gCamera.generation;
     // The SDK leaves the struct's contents undefined on entry; we pass the last position.
-    XPLMCameraPosition_t position = gCamera.positionFromPlugin ? gCamera.position : defaultPosition();
+    XPLMCameraPosition_t position = currentPosition();
     int keep;
     {
         CallingPlugin calling(c.plugin);
         keep = c.function(&position, 0, c.refcon);
     }
-    if (generation != gCamera.generation) return;  // control changed hands during the call
-    if (keep) {
-        gCamera.position = position;
-        gCamera.positionFromPlugin = true;
-    } else {
-        endControl();  // the simulator drives this very frame
-        gCamera.positionFromPlugin = false;
+    if (generation == gCamera.generation) {  // else control changed hands during the call
+        if (keep) {
+            gCamera.position = position;
+            gCamera.positionFromPlugin = true;
+        } else {
+            endControl();
+        }
     }
+    publishPosition();
 }
 
 void forgetPluginCamera(int plugin) {
-    if (gCamera.controller.function && gCamera.controller.plugin == plugin) {
-        endControl();
-        gCamera.positionFromPlugin = false;
-    }
+    if (gCamera.controller.function && gCamera.controller.plugin == plugin) endControl();
 }
 
 void resetCamera() { gCamera = Camera{}; }
@@ -120,7 +175,6 @@ XPLM_API void XPLMDontControlCamera(void) {
         return;
     }
     endControl();  // no losing-control call: the plug-in asked for it
-    gCamera.positionFromPlugin = false;
 }
 
 XPLM_API int XPLMIsCameraBeingControlled(XPLMCameraControlDuration* outCameraControlDuration) {
@@ -135,7 +189,7 @@ XPLM_API void XPLMReadCameraPosition(XPLMCameraPosition_t* outCameraPosition) {
         Host::get().reportError("XPLMReadCameraPosition: the position pointer must not be NULL");
         return;
     }
-    *outCameraPosition = gCamera.positionFromPlugin ? gCamera.position : defaultPosition();
+    *outCameraPosition = currentPosition();
 }
 
 }  // extern "C"

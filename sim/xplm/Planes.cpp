@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "XPLMNavigation.h"
@@ -160,6 +161,18 @@ XPLM_API void XPLMPlaceUserAtAirport(const char* inAirportCode) {
     }
     UserAircraft& user = planes().user;
     user = UserAircraft{airport->lat, airport->lon, airport->heightM, user.headingDeg, airport->id};
+    double x, y, z;
+    world::worldToLocal(user.lat, user.lon, user.elevationM, &x, &y, &z);
+    const std::pair<const char*, double> position[] = {
+        {"sim/flightmodel/position/latitude", user.lat}, {"sim/flightmodel/position/longitude", user.lon},
+        {"sim/flightmodel/position/elevation", user.elevationM}, {"sim/flightmodel/position/local_x", x},
+        {"sim/flightmodel/position/local_y", y},          {"sim/flightmodel/position/local_z", z},
+    };
+    for (const auto& [name, value] : position) {
+        char text[40];
+        std::snprintf(text, sizeof text, "%.17g", value);
+        driver::setDataref(name, text, nullptr);
+    }
     Host::get().log("xpsim: user placed at airport " + airport->id);
     announce(XPLM_MSG_AIRPORT_LOADED, 0);
 }

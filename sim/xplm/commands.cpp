@@ -11,6 +11,7 @@
 #include "handles.h"
 #include "host.h"
 #include "utilities_internal.h"
+#include "world_internal.h"
 
 namespace xpsim {
 
@@ -124,6 +125,7 @@ void dispatch(void* ref, XPLMCommandPhase phase) {
     // The simulator's own action, recorded for begin and end only: continue runs every frame.
     if (command->builtIn && phase != xplm_CommandContinue)
         Host::get().log("xpsim: command " + command->name + " " + phaseName(phase));
+    if (command->builtIn && phase == xplm_CommandBegin) cameraSimulatorCommand(command->name);
     runHandlers(ref, chain, false, phase);
 }
 

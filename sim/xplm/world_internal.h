@@ -17,6 +17,10 @@ const UserAircraft& userAircraft();
 // point (world.h): what navaids report as "in region" and where probes see terrain.
 bool inLoadedScenery(double lat, double lon);
 
+// Camera.cpp: the simulator ran one of its own commands (commands.cpp); the ones that
+// select another view end an XPLMControlCamera of xplm_ControlCameraUntilViewChanges.
+void cameraSimulatorCommand(const std::string& command);
+
 void planesFrame();          // releases the planes of a holder that was disabled
 void completeObjectLoads();  // Scenery.cpp: asynchronous loads that are due
 

@@ -6,16 +6,11 @@
 
 #include "XPLMCamera.h"
 #include "XPLMPlugin.h"
-#include "plugin_test_util.h"
+#include "world_test_util.h"
 #include "world.h"
 
 namespace xpsim::test {
 namespace {
-
-constexpr int kCameraTake = 0x7FF10001;
-constexpr int kCameraRelease = 0x7FF10002;
-constexpr int kCameraGiveUp = 0x7FF10003;
-constexpr int kDisableMe = 0x7FF10008;
 
 struct Calls {
     int frames = 0;
@@ -49,27 +44,7 @@ int handOver(XPLMCameraPosition_t*, int losing, void* refcon) {
     return 0;
 }
 
-class CameraTest : public SimRootTest {
-protected:
-    int errors() const {
-        std::string text = log();
-        int n = 0;
-        for (size_t at = 0; (at = text.find("SDK error", at)) != std::string::npos; ++at) ++n;
-        return n;
-    }
-    int load(const std::string& name) {
-        std::string error;
-        int id = driver::loadPlugin(installPlugin(root, "world_actor", name), &error);
-        EXPECT_GT(id, 0) << error;
-        return id;
-    }
-    std::vector<std::string> events(const std::string& name) {
-        return readLines(root + "/Resources/plugins/" + name + "/events.txt");
-    }
-    static int count(const std::vector<std::string>& lines, const std::string& line) {
-        return static_cast<int>(std::count(lines.begin(), lines.end(), line));
-    }
-};
+using CameraTest = WorldTest;
 
 TEST_F(CameraTest, ByDefaultTheCameraIsThePilotsViewOfTheParkedAircraft) {
     startSim();
@@ -147,21 +122,21 @@ TEST_F(CameraTest, TakingControlGivesThePreviousControllerItsLosingCall) {
     Calls mine;
     XPLMControlCamera(xplm_ControlCameraForever, control, &mine);
     driver::runFrames(1);
-    int a = load("Alpha");
-    int b = load("Beta");
+    int a = loadActor("Alpha");
+    int b = loadActor("Beta");
     driver::enablePluginsAndSendLoadMessages();
     driver::sendMessage(a, kCameraTake, xplm_ControlCameraForever);
     EXPECT_EQ(mine.losing, 1);
     EXPECT_EQ(mine.losingWithPosition, 0);
     driver::runFrames(2);
     EXPECT_EQ(mine.frames, 1);
-    EXPECT_EQ(count(events("Alpha"), "camera frame"), 2);
+    EXPECT_EQ(count("Alpha", "camera frame"), 2);
 
     driver::sendMessage(b, kCameraTake, xplm_ControlCameraUntilViewChanges);
-    EXPECT_EQ(count(events("Alpha"), "camera losing null_position=1 refcon=" + std::to_string(a)), 1);
+    EXPECT_EQ(count("Alpha", "camera losing null_position=1 refcon=" + std::to_string(a)), 1);
     driver::runFrames(3);
-    EXPECT_EQ(count(events("Alpha"), "camera frame"), 2);
-    EXPECT_EQ(count(events("Beta"), "camera frame"), 3);
+    EXPECT_EQ(count("Alpha", "camera frame"), 2);
+    EXPECT_EQ(count("Beta", "camera frame"), 3);
     XPLMCameraPosition_t p{};
     XPLMReadCameraPosition(&p);
     EXPECT_FLOAT_EQ(p.x, static_cast<float>(b));  // Beta's position, not Alpha's
@@ -172,17 +147,15 @@ TEST_F(CameraTest, TakingControlGivesThePreviousControllerItsLosingCall) {
     EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 1);
     driver::sendMessage(b, kCameraGiveUp, 0);
     driver::runFrames(2);
-    EXPECT_EQ(count(events("Beta"), "camera gives up"), 1);
-    EXPECT_EQ(count(events("Beta"), "camera frame"), 3);
+    EXPECT_EQ(count("Beta", "camera gives up"), 1);
+    EXPECT_EQ(count("Beta", "camera frame"), 3);
     EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 0);
-    std::vector<std::string> beta = events("Beta");
-    EXPECT_TRUE(std::none_of(beta.begin(), beta.end(),
-                             [](const std::string& e) { return e.rfind("camera losing", 0) == 0; }));
+    EXPECT_FALSE(heardPrefix("Beta", "camera losing"));
 }
 
 TEST_F(CameraTest, DisabledOrUnloadedControllerLosesTheCameraAndIsNotCalled) {
     startSim();
-    int a = load("Alpha");
+    int a = loadActor("Alpha");
     driver::enablePluginsAndSendLoadMessages();
     driver::sendMessage(a, kCameraTake, xplm_ControlCameraForever);
     driver::runFrames(1);
@@ -191,12 +164,59 @@ TEST_F(CameraTest, DisabledOrUnloadedControllerLosesTheCameraAndIsNotCalled) {
     driver::runFrames(2);
     EXPECT_EQ(XPLMEnablePlugin(a), 1);
     driver::runFrames(2);
-    EXPECT_EQ(count(events("Alpha"), "camera frame"), 1);  // control did not come back
+    EXPECT_EQ(count("Alpha", "camera frame"), 1);  // control did not come back
 
     driver::sendMessage(a, kCameraTake, xplm_ControlCameraForever);
     driver::reloadPlugins();  // unloads Alpha: nothing may call into its old binary
     driver::runFrames(2);
     EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 0);
+}
+
+TEST_F(CameraTest, SelectingAnotherViewEndsControlUntilViewChangesOnly) {
+    startSim();
+    Calls untilChange, forever;
+    XPLMControlCamera(xplm_ControlCameraUntilViewChanges, control, &untilChange);
+    driver::runFrames(1);
+    std::string error;
+    ASSERT_TRUE(driver::commandOnce("sim/view/glance_left", &error)) << error;  // same view, head turned
+    ASSERT_TRUE(driver::commandOnce("sim/view/quick_look_3_mem", &error)) << error;  // stores, does not select
+    EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 1);
+    ASSERT_TRUE(driver::commandOnce("sim/view/chase", &error)) << error;
+    EXPECT_EQ(untilChange.losing, 1);
+    EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 0);
+
+    XPLMControlCamera(xplm_ControlCameraForever, control, &forever);
+    ASSERT_TRUE(driver::commandOnce("sim/view/tower", &error)) << error;
+    EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 1);
+    EXPECT_EQ(forever.losing, 0);
+    driver::runFrames(1);
+    EXPECT_EQ(untilChange.frames, 1);
+    EXPECT_EQ(forever.frames, 1);
+}
+
+TEST_F(CameraTest, ViewDataRefsFollowTheCamera) {
+    startSim();
+    auto view = [](const char* name) {
+        std::string value, error;
+        EXPECT_TRUE(driver::getDataref(name, &value, &error)) << error;
+        return std::stod(value);
+    };
+    driver::runFrames(1);
+    XPLMCameraPosition_t p{};
+    XPLMReadCameraPosition(&p);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), p.heading);
+    Calls calls;
+    XPLMControlCamera(xplm_ControlCameraForever, control, &calls);
+    driver::runFrames(2);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_x"), 10.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), 22.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_pitch"), 5.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), 45.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_roll"), 1.0f);
+    XPLMDontControlCamera();
+    driver::runFrames(1);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
 }
 
 TEST_F(CameraTest, InvalidArgumentsAreReportedAndChangeNothing) {

@@ -9,7 +9,7 @@
 #include <set>
 
 #include "XPLMNavigation.h"
-#include "plugin_test_util.h"
+#include "world_test_util.h"
 #include "world.h"
 
 namespace xpsim::test {
@@ -17,14 +17,8 @@ namespace {
 
 constexpr int kAllTypes = 0xFFF;
 
-class NavigationTest : public SimRootTest {
+class NavigationTest : public WorldTest {
 protected:
-    int errors() const {
-        std::string text = log();
-        int n = 0;
-        for (size_t at = 0; (at = text.find("SDK error", at)) != std::string::npos; ++at) ++n;
-        return n;
-    }
     void writeNavData(const std::string& text) {
         std::filesystem::create_directories(root + "/Resources/default data");
         std::ofstream(root + "/Resources/default data/xpsim_navaids.txt") << text;

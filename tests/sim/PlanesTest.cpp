@@ -9,14 +9,10 @@
 #include "XPLMNavigation.h"
 #include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
-#include "plugin_test_util.h"
+#include "world_test_util.h"
 
 namespace xpsim::test {
 namespace {
-
-constexpr int kAcquire = 0x7FF10004;  // param 1: acquire again when called back
-constexpr int kRelease = 0x7FF10005;
-constexpr int kDisableMe = 0x7FF10008;
 
 int drawPlanes(XPLMDrawingPhase, int, void*) {
     XPLMPlaneDrawState_t state{};
@@ -29,30 +25,8 @@ int drawPlanes(XPLMDrawingPhase, int, void*) {
     return 1;
 }
 
-class PlanesTest : public SimRootTest {
+class PlanesTest : public WorldTest {
 protected:
-    int errors() const {
-        std::string text = log();
-        int n = 0;
-        for (size_t at = 0; (at = text.find("SDK error", at)) != std::string::npos; ++at) ++n;
-        return n;
-    }
-    int load(const std::string& name) {
-        std::string error;
-        int id = driver::loadPlugin(installPlugin(root, "world_actor", name), &error);
-        EXPECT_GT(id, 0) << error;
-        return id;
-    }
-    std::vector<std::string> events(const std::string& name) {
-        return readLines(root + "/Resources/plugins/" + name + "/events.txt");
-    }
-    static bool has(const std::vector<std::string>& lines, const std::string& line) {
-        return std::find(lines.begin(), lines.end(), line) != lines.end();
-    }
-    int count(const std::string& plugin, const std::string& line) {
-        std::vector<std::string> lines = events(plugin);
-        return static_cast<int>(std::count(lines.begin(), lines.end(), line));
-    }
     int controller() {
         XPLMPluginID id = 12345;
         XPLMCountAircraft(nullptr, nullptr, &id);
@@ -94,33 +68,30 @@ TEST_F(PlanesTest, UserAndAISlotsHaveModelsUnderTheRoot) {
 
 TEST_F(PlanesTest, AccessIsExclusiveAndReleasingCallsTheWaitingPlugins) {
     startSim();
-    int a = load("Alpha");
-    int b = load("Beta");
-    int c = load("Gamma");
+    int a = loadActor("Alpha");
+    int b = loadActor("Beta");
+    int c = loadActor("Gamma");
     driver::enablePluginsAndSendLoadMessages();
-    driver::sendMessage(a, kAcquire, 0);
-    driver::sendMessage(b, kAcquire, 1);
-    driver::sendMessage(c, kAcquire, 1);
-    EXPECT_TRUE(has(events("Alpha"), "acquire=1"));
-    EXPECT_TRUE(has(events("Beta"), "acquire=0"));
-    EXPECT_TRUE(has(events("Gamma"), "acquire=0"));
+    driver::sendMessage(a, kPlanesAcquire, 0);
+    driver::sendMessage(b, kPlanesAcquire, 1);
+    driver::sendMessage(c, kPlanesAcquire, 1);
+    EXPECT_EQ(count("Alpha", "acquire=1"), 1);
+    EXPECT_EQ(count("Beta", "acquire=0"), 1);
+    EXPECT_EQ(count("Gamma", "acquire=0"), 1);
     EXPECT_EQ(controller(), a);
-    driver::sendMessage(a, kAcquire, 0);  // the holder asking again keeps access
+    driver::sendMessage(a, kPlanesAcquire, 0);  // the holder asking again keeps access
     EXPECT_EQ(count("Alpha", "acquire=1"), 2);
 
-    driver::sendMessage(b, kRelease, 0);  // not the holder: nothing to give up
+    driver::sendMessage(b, kPlanesRelease, 0);  // not the holder: nothing to give up
     EXPECT_EQ(controller(), a);
-    driver::sendMessage(a, kRelease, 0);
+    driver::sendMessage(a, kPlanesRelease, 0);
     // Both waiters hear it, in the order they asked; the first to ask again wins.
-    std::vector<std::string> beta = events("Beta"), gamma = events("Gamma");
-    EXPECT_TRUE(has(beta, "planes available refcon=" + std::to_string(100 + b) + " myid=" + std::to_string(b)));
-    EXPECT_TRUE(has(beta, "acquire again=1"));
-    EXPECT_TRUE(has(gamma, "planes available refcon=" + std::to_string(100 + c) + " myid=" + std::to_string(c)));
-    EXPECT_TRUE(has(gamma, "acquire again=0"));
+    EXPECT_EQ(count("Beta", "planes available refcon=" + std::to_string(100 + b) + " myid=" + std::to_string(b)), 1);
+    EXPECT_EQ(count("Beta", "acquire again=1"), 1);
+    EXPECT_EQ(count("Gamma", "planes available refcon=" + std::to_string(100 + c) + " myid=" + std::to_string(c)), 1);
+    EXPECT_EQ(count("Gamma", "acquire again=0"), 1);
     EXPECT_EQ(controller(), b);
-    auto alpha = events("Alpha");
-    EXPECT_TRUE(std::none_of(alpha.begin(), alpha.end(),
-                             [](const std::string& e) { return e.rfind("planes available", 0) == 0; }));
+    EXPECT_FALSE(heardPrefix("Alpha", "planes available"));
 
     // Gamma waits again; Beta going away (disabled) hands over at the next frame.
     driver::sendMessage(b, kDisableMe, 0);
@@ -134,18 +105,18 @@ TEST_F(PlanesTest, AccessIsExclusiveAndReleasingCallsTheWaitingPlugins) {
 
 TEST_F(PlanesTest, ADisabledWaiterIsCalledOnlyAtAReleaseAfterItIsEnabledAgain) {
     startSim();
-    int a = load("Alpha");
-    int b = load("Beta");
+    int a = loadActor("Alpha");
+    int b = loadActor("Beta");
     driver::enablePluginsAndSendLoadMessages();
-    driver::sendMessage(a, kAcquire, 0);
-    driver::sendMessage(b, kAcquire, 1);
+    driver::sendMessage(a, kPlanesAcquire, 0);
+    driver::sendMessage(b, kPlanesAcquire, 1);
     driver::sendMessage(b, kDisableMe, 0);
-    driver::sendMessage(a, kRelease, 0);
+    driver::sendMessage(a, kPlanesRelease, 0);
     EXPECT_EQ(count("Beta", "acquire again=1"), 0);
     EXPECT_EQ(controller(), XPLM_NO_PLUGIN_ID);
     ASSERT_EQ(XPLMEnablePlugin(b), 1);
-    driver::sendMessage(a, kAcquire, 0);
-    driver::sendMessage(a, kRelease, 0);
+    driver::sendMessage(a, kPlanesAcquire, 0);
+    driver::sendMessage(a, kPlanesRelease, 0);
     EXPECT_EQ(count("Beta", "acquire again=1"), 1);
     EXPECT_EQ(controller(), b);
 }
@@ -223,6 +194,19 @@ TEST_F(PlanesTest, PlacingTheUserAtAnAirportMovesTheAircraftAndItsView) {
     EXPECT_LT(atOlympia.x - atSea.x, -30000.0f);
     EXPECT_EQ(XPLMGetGPSDestination(), XPLMFindNavAid(nullptr, "KOLM", nullptr, nullptr, nullptr, xplm_Nav_Airport));
     EXPECT_NE(log().find("user placed at airport KOLM"), std::string::npos);
+    // The aircraft's position datarefs agree with the navigation data.
+    float lat = 0, lon = 0, height = 0;
+    XPLMGetNavAidInfo(XPLMGetGPSDestination(), nullptr, &lat, &lon, &height, nullptr, nullptr, nullptr, nullptr,
+                      nullptr);
+    std::string value, error;
+    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/latitude", &value, &error)) << error;
+    EXPECT_NEAR(std::stod(value), lat, 1e-4);
+    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/longitude", &value, &error)) << error;
+    EXPECT_NEAR(std::stod(value), lon, 1e-4);
+    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/local_y", &value, &error)) << error;
+    EXPECT_NEAR(std::stod(value), height, 1e-3);
+    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/local_z", &value, &error)) << error;
+    EXPECT_NEAR(std::stod(value), atOlympia.z, 5.0);
     XPLMPlaceUserAtAirport("NOPE");
     XPLMPlaceUserAtAirport(nullptr);
     EXPECT_EQ(errors(), 2);

@@ -9,37 +9,18 @@
 #include "XPLMDisplay.h"
 #include "XPLMPlugin.h"
 #include "XPLMScenery.h"
-#include "plugin_test_util.h"
+#include "world_test_util.h"
 #include "world.h"
 
 namespace xpsim::test {
 namespace {
 
-constexpr int kLoadAsync = 0x7FF10006;  // param 0: a library object, else a missing file
-constexpr int kUnload = 0x7FF10007;
-constexpr int kDisableMe = 0x7FF10008;
-
-class SceneryTest : public SimRootTest {
+class SceneryTest : public WorldTest {
 protected:
-    int errors() const {
-        std::string text = log();
-        int n = 0;
-        for (size_t at = 0; (at = text.find("SDK error", at)) != std::string::npos; ++at) ++n;
-        return n;
-    }
     void writeFile(const std::string& relative, const std::string& text) {
         std::filesystem::path path = root + "/" + relative;
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path) << text;
-    }
-    int load(const std::string& name) {
-        std::string error;
-        int id = driver::loadPlugin(installPlugin(root, "world_actor", name), &error);
-        EXPECT_GT(id, 0) << error;
-        return id;
-    }
-    std::vector<std::string> events(const std::string& name) {
-        return readLines(root + "/Resources/plugins/" + name + "/events.txt");
     }
     static XPLMProbeInfo_t probeAt(XPLMProbeRef probe, float x, float z, XPLMProbeResult* result) {
         XPLMProbeInfo_t info{};
@@ -155,7 +136,7 @@ TEST_F(SceneryTest, ObjectsAreSharedByReferenceAndPurgedAfterTheLastUnload) {
 
 TEST_F(SceneryTest, AsyncLoadCallsBackOnALaterFrameAsTheRequestingPlugin) {
     startSim();
-    int a = load("Alpha");
+    int a = loadActor("Alpha");
     driver::enablePluginsAndSendLoadMessages();
     driver::sendMessage(a, kLoadAsync, 0);
     driver::sendMessage(a, kLoadAsync, 1);

@@ -10,6 +10,7 @@
 #include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
 #include "XPLMScenery.h"
+#include "test_plugin.h"
 
 /* Test messages; the parameter is an int in the pointer. */
 #define MSG_CAMERA_TAKE 0x7FF10001      /* XPLMControlCamera(param = duration) */
@@ -21,30 +22,17 @@
 #define MSG_UNLOAD 0x7FF10007           /* XPLMUnloadObject of the last loaded object */
 #define MSG_DISABLE_ME 0x7FF10008       /* XPLMDisablePlugin(myself) */
 
-static char gFolder[512];
-static char gName[256];
 static int gGiveUp;
 static int gAcquireAgain;
 static XPLMObjectRef gObject;
 
-static void record(const char* fmt, long a, long b, long c) {
-    char path[600];
-    FILE* f;
-    snprintf(path, sizeof path, "%s/events.txt", gFolder);
-    f = fopen(path, "a");
-    if (!f) return;
-    fprintf(f, fmt, a, b, c);
-    fputc('\n', f);
-    fclose(f);
-}
-
 static int cameraControl(XPLMCameraPosition_t* outPosition, int inIsLosingControl, void* inRefcon) {
     if (inIsLosingControl) {
-        record("camera losing null_position=%ld refcon=%ld", outPosition == NULL, (long)(intptr_t)inRefcon, 0);
+        recordEvent("camera losing null_position=%d refcon=%ld", outPosition == NULL, (long)(intptr_t)inRefcon);
         return 0;
     }
     if (!outPosition) {
-        record("camera called without a position", 0, 0, 0);
+        recordEvent("camera called without a position");
         return 0;
     }
     /* A position of its own per plug-in: x = its id, so the test can tell who drove. */
@@ -57,34 +45,22 @@ static int cameraControl(XPLMCameraPosition_t* outPosition, int inIsLosingContro
     outPosition->zoom = 2.0f;
     if (gGiveUp) {
         gGiveUp = 0;
-        record("camera gives up", 0, 0, 0);
+        recordEvent("camera gives up");
         return 0;
     }
-    record("camera frame", 0, 0, 0);
+    recordEvent("camera frame");
     return 1;
 }
 
 static void planesAvailable(void* inRefcon) {
-    record("planes available refcon=%ld myid=%ld", (long)(intptr_t)inRefcon, XPLMGetMyID(), 0);
-    if (gAcquireAgain) record("acquire again=%ld", XPLMAcquirePlanes(NULL, planesAvailable, inRefcon), 0, 0);
+    recordEvent("planes available refcon=%ld myid=%d", (long)(intptr_t)inRefcon, XPLMGetMyID());
+    if (gAcquireAgain) recordEvent("acquire again=%d", XPLMAcquirePlanes(NULL, planesAvailable, inRefcon));
 }
 
 static void objectLoaded(XPLMObjectRef inObject, void* inRefcon) {
     gObject = inObject;
-    record("object loaded nonnull=%ld refcon=%ld myid=%ld", inObject != NULL, (long)(intptr_t)inRefcon, XPLMGetMyID());
-}
-
-static void findMyFolder(void) {
-    char path[256];
-    char* slash;
-    XPLMGetPluginInfo(XPLMGetMyID(), NULL, path, NULL, NULL);
-    slash = strrchr(path, '/');
-    if (slash) *slash = '\0';
-    slash = strrchr(path, '/');
-    if (slash && strcmp(slash, "/64") == 0) *slash = '\0';
-    snprintf(gFolder, sizeof gFolder, "%s", path);
-    slash = strrchr(path, '/');
-    snprintf(gName, sizeof gName, "%s", slash ? slash + 1 : path);
+    recordEvent("object loaded nonnull=%d refcon=%ld myid=%d", inObject != NULL, (long)(intptr_t)inRefcon,
+                XPLMGetMyID());
 }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
@@ -97,7 +73,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
 
 PLUGIN_API void XPluginStop(void) {}
 PLUGIN_API int XPluginEnable(void) { return 1; }
-PLUGIN_API void XPluginDisable(void) { record("disable", 0, 0, 0); }
+PLUGIN_API void XPluginDisable(void) { recordEvent("disable"); }
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {
     long param = (long)(intptr_t)inParam;
@@ -113,7 +89,7 @@ PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* 
             break;
         case MSG_PLANES_ACQUIRE:
             gAcquireAgain = (int)param;
-            record("acquire=%ld", XPLMAcquirePlanes(NULL, planesAvailable, (void*)(intptr_t)(100 + XPLMGetMyID())), 0, 0);
+            recordEvent("acquire=%d", XPLMAcquirePlanes(NULL, planesAvailable, (void*)(intptr_t)(100 + XPLMGetMyID())));
             break;
         case MSG_PLANES_RELEASE:
             XPLMReleasePlanes();

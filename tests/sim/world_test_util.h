@@ -1,0 +1,54 @@
+// What the world tests (camera, planes, navigation, scenery) share: a simulator root,
+// the world_actor test plug-in installed under a name, its events, and the count of
+// SDK errors the host reported.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "plugin_test_util.h"
+
+namespace xpsim::test {
+
+// The messages world_actor acts on (tests/sim/plugins/world_actor.c).
+enum WorldActorMessage {
+    kCameraTake = 0x7FF10001,     // param: the duration
+    kCameraRelease = 0x7FF10002,
+    kCameraGiveUp = 0x7FF10003,   // its next control call returns 0
+    kPlanesAcquire = 0x7FF10004,  // param 1: acquire again when called back
+    kPlanesRelease = 0x7FF10005,
+    kLoadAsync = 0x7FF10006,      // param 0: a library object, else a missing file
+    kUnload = 0x7FF10007,
+    kDisableMe = 0x7FF10008,
+};
+
+class WorldTest : public SimRootTest {
+protected:
+    int errors() const {
+        std::string text = log();
+        int n = 0;
+        for (size_t at = 0; (at = text.find("SDK error", at)) != std::string::npos; ++at) ++n;
+        return n;
+    }
+    int loadActor(const std::string& name) {
+        std::string error;
+        int id = driver::loadPlugin(installPlugin(root, "world_actor", name), &error);
+        EXPECT_GT(id, 0) << error;
+        return id;
+    }
+    std::vector<std::string> events(const std::string& name) const {
+        return readLines(root + "/Resources/plugins/" + name + "/events.txt");
+    }
+    int count(const std::string& name, const std::string& line) const {
+        std::vector<std::string> lines = events(name);
+        return static_cast<int>(std::count(lines.begin(), lines.end(), line));
+    }
+    bool heardPrefix(const std::string& name, const std::string& prefix) const {
+        std::vector<std::string> lines = events(name);
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](const std::string& line) { return line.rfind(prefix, 0) == 0; });
+    }
+};
+
+}  // namespace xpsim::test
