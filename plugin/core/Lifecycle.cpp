@@ -146,6 +146,7 @@ int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* p
 void StartPython(int enableScripts) {
     if (!VLTestTable || VLTestTable->GetPythonRunState() == 1) return;
     VL_OutputFileEnabled = 1;
+    VL_ResolveFilePaths();
     VL_WriteToLog("+++ LOGGING STARTED +++\n");
     VL_WriteToLogf("%s %s %s\n", "Vorlith", VorlithVersionNumber, kCredit);
 

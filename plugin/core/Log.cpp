@@ -32,15 +32,27 @@ namespace {
 constexpr std::size_t kTextBuffer = 4096;
 dictionary* gVL_Dictionary = nullptr;  // replaced at every start
 
-void AppendToScriptsFile(const char* fileName, const char* text, std::size_t length) {
-    if (length > kTextBuffer - 1) length = kTextBuffer - 1;  // the 4096-byte buffer's cut
-    char path[256];
-    std::string simPath = VL_SimPath({"Resources", "plugins", "PythonScripts", fileName});
-    if (VL_ConvertPath(simPath.c_str(), path, 255) != 0) {
+// Where a scripts-folder file lives, resolved once on the main thread: script threads
+// print too, and the SDK may only be called from the main thread.
+struct ScriptsFile {
+    const char* name;
+    char path[1024];
+};
+ScriptsFile gLogFile = {"VorlithLog.txt", {0}};
+ScriptsFile gOutputFile = {"VorlithOutput.txt", {0}};
+
+void Resolve(ScriptsFile& file) {
+    std::string simPath = VL_SimPath({"Resources", "plugins", "PythonScripts", file.name});
+    if (VL_ConvertPath(simPath.c_str(), file.path, sizeof file.path) != 0) {
         XPLMDebugString("Vorlith - Unable to convert FilePath path\n");
-        VL_CopyText(path, simPath);
+        VL_CopyText(file.path, simPath);
     }
-    FILE* file = std::fopen(path, "at");
+}
+
+void AppendToScriptsFile(ScriptsFile& target, const char* text, std::size_t length) {
+    if (length > kTextBuffer - 1) length = kTextBuffer - 1;  // the 4096-byte buffer's cut
+    if (target.path[0] == '\0') Resolve(target);
+    FILE* file = std::fopen(target.path, "at");
     if (!file) return;
     std::fwrite(text, 1, length, file);
     std::fclose(file);
@@ -48,12 +60,17 @@ void AppendToScriptsFile(const char* fileName, const char* text, std::size_t len
 
 }  // namespace
 
+void VL_ResolveFilePaths() {
+    Resolve(gLogFile);
+    Resolve(gOutputFile);
+}
+
 void VL_WriteToLogBytes(const char* text, std::size_t length) {
-    AppendToScriptsFile("VorlithLog.txt", text, length);
+    AppendToScriptsFile(gLogFile, text, length);
 }
 
 void VL_WriteToLog2Bytes(const char* text, std::size_t length) {
-    if (VL_OutputFileEnabled) AppendToScriptsFile("VorlithOutput.txt", text, length);
+    if (VL_OutputFileEnabled) AppendToScriptsFile(gOutputFile, text, length);
 }
 
 void VL_WriteToLog(const char* text) {

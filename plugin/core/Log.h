@@ -7,6 +7,8 @@
 
 namespace vorlith {
 
+// Finds the log and output files again (on the main thread, at every interpreter start).
+void VL_ResolveFilePaths();
 // Appends text to VorlithLog.txt (cut at 4095 bytes).
 void VL_WriteToLog(const char* text);
 // Appends text to VorlithOutput.txt while VL_OutputFileEnabled is set.

@@ -131,6 +131,7 @@ TEST_F(PluginTest, EmbeddedInterpreterHasItsStandardLibraryNoSignalHandlersAndRu
         usleep(50 * 1000);
     }
     EXPECT_EQ(ReadFile(marker), "ran");
+    EXPECT_NE(Output().find("printed from a thread\n"), std::string::npos) << Output();
 }
 
 }  // namespace

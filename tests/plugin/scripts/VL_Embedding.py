@@ -23,6 +23,7 @@ def work():
     # Runs only while the simulator works between callbacks, if the lock is let go.
     import time
     time.sleep(0.05)
+    print("printed from a thread")
     with open(MARKER, "w") as f:
         f.write("ran")
 
