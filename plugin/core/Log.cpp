@@ -14,6 +14,7 @@
 #include <iniparser.h>
 #include <unistd.h>
 
+#include "XPLMPlanes.h"
 #include "XPLMUtilities.h"
 #include "core/IniText.h"
 #include "core/Text.h"
@@ -100,6 +101,20 @@ void PrintException(const char* module, const char* function, const char* messag
                   module ? module : "", function ? function : "", message ? message : "");
     AddPrintItem(text);
     VL_WriteToLog(text);
+}
+
+char* GetFilePath(char* dst) {
+    char file[256] = {0};
+    char path[1024] = {0};  // the SDK's paths take up to 512 bytes
+    XPLMGetNthAircraftModel(0, file, path);
+    path[sizeof path - 1] = '\0';
+    XPLMExtractFileAndPath(path);
+    std::string folder = std::string(path) + VL_SimSeparator();
+    if (VL_ConvertPath(folder.c_str(), dst, 255) != 0) {
+        XPLMDebugString("Vorlith - Unable to convert path\n");
+        VL_CopyText(dst, 256, folder.c_str());
+    }
+    return dst;
 }
 
 int VL_GetINIFileValues() {

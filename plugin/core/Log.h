@@ -28,6 +28,9 @@ void AddPrintItem(const char* line);
 using VL_PrintItemSink = void (*)(const char* line);
 extern VL_PrintItemSink gVL_PrintItemSink;
 
+// The folder of the user's aircraft with a trailing separator, into dst (256 bytes).
+char* GetFilePath(char* dst);
+
 // Loads VL_PluginDataFile; 1 if it was read (and the switches set), 0 if not.
 int VL_GetINIFileValues();
 
