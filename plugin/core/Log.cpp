@@ -10,6 +10,7 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 #include <iniparser.h>
 #include <unistd.h>
@@ -117,22 +118,33 @@ char* GetFilePath(char* dst) {
     return dst;
 }
 
+namespace {
+
+// iniparser reads only files: text whose line ends needed rewriting goes through a
+// private temporary copy.
+dictionary* LoadNormalised(const std::string& text) {
+    const char* tmp = std::getenv("TMPDIR");
+    std::string pattern = std::string(tmp && *tmp ? tmp : "/tmp") + "/vorlith-ini-XXXXXX";
+    std::vector<char> path(pattern.begin(), pattern.end());
+    path.push_back('\0');
+    int fd = mkstemp(path.data());
+    if (fd < 0) return nullptr;
+    bool written = write(fd, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    close(fd);
+    dictionary* loaded = written ? iniparser_load(path.data()) : nullptr;
+    unlink(path.data());
+    return loaded;
+}
+
+}  // namespace
+
 int VL_GetINIFileValues() {
-    // iniparser reads lines up to LF only: a copy with normalised line ends is what it loads.
     std::ifstream in(VL_PluginDataFile, std::ios::binary);
     if (!in) return 0;
     std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    std::string normalised = VL_NormaliseLineEnds(text);
-
-    char tempPath[] = "/tmp/vorlith-ini-XXXXXX";
-    int fd = mkstemp(tempPath);
-    if (fd < 0) return 0;
-    FILE* temp = fdopen(fd, "wb");
-    if (!temp) return 0;
-    std::fwrite(normalised.data(), 1, normalised.size(), temp);
-    std::fclose(temp);
-    dictionary* loaded = iniparser_load(tempPath);
-    std::remove(tempPath);
+    // iniparser splits lines at LF only: CR, CR LF and LF CR files are rewritten first.
+    dictionary* loaded = text.find('\r') == std::string::npos ? iniparser_load(VL_PluginDataFile)
+                                                               : LoadNormalised(VL_NormaliseLineEnds(text));
     if (!loaded) return 0;
 
     if (gVL_Dictionary) iniparser_freedict(gVL_Dictionary);
