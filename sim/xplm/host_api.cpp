@@ -28,6 +28,8 @@ int swapCurrentPlugin(int plugin) {
 
 void reportError(const char* message) { Host::get().reportError("%s", message ? message : ""); }
 
+void log(const std::string& line) { Host::get().log(line); }
+
 void addLibraryHooks(const LibraryHooks& hooks) { libraryHooks().push_back(hooks); }
 
 }  // namespace hostapi

@@ -3,6 +3,8 @@
 // because host.h is internal to it.
 #pragma once
 
+#include <string>
+
 #include "driver.h"
 
 namespace xpsim {
@@ -13,6 +15,8 @@ XPSIM_API int currentPlugin();
 XPSIM_API int swapCurrentPlugin(int plugin);
 // Host::reportError on behalf of the current plug-in (message taken as is).
 XPSIM_API void reportError(const char* message);
+// Host::log: one line into <root>/Log.txt.
+XPSIM_API void log(const std::string& line);
 
 // A library's share of the host's lifecycle: forgetPlugin runs when a plug-in is
 // unloaded, reset when the run is reset (driver::start, driver::shutdown).

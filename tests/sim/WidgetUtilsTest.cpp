@@ -1,6 +1,7 @@
 // Widget utilities and UI graphics: bulk creation from a table, moving, the fixed
 // layout, the select and defocus behaviours, and sizes that agree with the drawing.
 
+#include "widget_driver.h"
 #include "widget_test_util.h"
 
 namespace xpsim::test {
@@ -126,6 +127,33 @@ TEST_F(WidgetUtilsTest, DefaultDimensionsAndTrackMetricsAgreeWithWhatIsDrawn) {
     }
     EXPECT_EQ(items, (Strings{"element CheckBox lit 10,40,50,20", "element Ship 10,40,50,20",
                               "track Slider 0 10 4 lit 100,30,300,10"}));
+}
+
+}  // namespace
+}  // namespace xpsim::test
+
+namespace xpsim::test {
+namespace {
+
+TEST_F(WidgetUtilsTest, TheTreeListingShowsClassesTextGeometryVisibilityFocusAndProperties) {
+    XPWidgetID win = XPCreateWidget(10, 300, 300, 10, 1, "Settings", 1, nullptr, xpWidgetClass_MainWindow);
+    XPSetWidgetProperty(win, xpProperty_MainWindowHasCloseBoxes, 1);
+    XPWidgetID panel = XPCreateWidget(20, 280, 280, 20, 0, "", 0, win, xpWidgetClass_SubWindow);
+    XPWidgetID pass = XPCreateWidget(30, 270, 200, 250, 1, "secret", 0, panel, xpWidgetClass_TextField);
+    XPSetWidgetProperty(pass, xpProperty_PasswordMode, 1);
+    XPCreateCustomWidget(0, 5, 5, 0, 1, "loose", 0, nullptr, loggingFunc);
+    XPShowWidget(panel);
+    XPSetKeyboardFocus(pass);
+    XPHideWidget(panel);
+    XPSetKeyboardFocus(pass);
+    std::vector<std::string> tree = widgets::widgetTree();
+    ASSERT_EQ(tree.size(), 4u);
+    EXPECT_EQ(tree[0], "MainWindow \"Settings\" (10,300,300,10) shown root owner=0 {MainWindowHasCloseBoxes=1}");
+    EXPECT_EQ(tree[1], "  SubWindow \"\" (20,280,280,20) hidden owner=0");
+    EXPECT_EQ(tree[2].substr(0, 58), "    TextField \"******\" (30,270,200,250) shown unseen focus");
+    EXPECT_NE(tree[2].find("PasswordMode=1"), std::string::npos);
+    EXPECT_NE(tree[2].find("EditFieldSelDragStart=-1"), std::string::npos);
+    EXPECT_EQ(tree[3], "Custom \"loose\" (0,5,5,0) shown unseen owner=0");
 }
 
 }  // namespace
