@@ -322,3 +322,41 @@ TEST_F(WidgetFormTest, CursorAndWheelGoUpTheChainFromTheWidgetUnderTheMouse) {
 
 }  // namespace
 }  // namespace xpsim::test
+
+namespace xpsim::test {
+namespace {
+
+// A custom widget that is a push button with a logging front: the SDK's way to subclass.
+int chainsToButton(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
+    logNonNoise(m, w, p1);
+    return XPGetWidgetClassFunc(xpWidgetClass_Button)(m, w, p1, p2);
+}
+
+TEST_F(WidgetFormTest, CustomWidgetsChainToAClassFunctionAndIconsAndVerticalBarsBehave) {
+    named(XPCreateCustomWidget(330, 560, 400, 540, 1, "Mine", 0, form, chainsToButton), "Mine");
+    XPWidgetID icon = XPCreateWidget(410, 560, 442, 528, 1, "", 0, form, xpWidgetClass_GeneralGraphics);
+    XPSetWidgetProperty(icon, xpProperty_GeneralGraphicsType, xpVOR);
+    XPWidgetID vbar = XPCreateWidget(470, 500, 486, 300, 1, "", 0, form, xpWidgetClass_ScrollBar);
+    XPSetWidgetProperty(vbar, xpProperty_ScrollBarSliderPosition, 50);
+    calls().clear();
+    click(350, 550);
+    EXPECT_EQ(messagesOf("Mine"), (Strings{"Mine MouseDown ptr", "Mine MouseUp ptr", "Mine PushButtonPressed Mine"}));
+    EXPECT_EQ(messagesOf("Form"), (Strings{"Form PushButtonPressed Mine"}));
+
+    driver::runFrames(1);
+    bool vor = false;
+    for (const DrawItem& e : drawn("element")) vor |= e.text == "VOR" && e.x == 410 && e.bottom == 528;
+    EXPECT_TRUE(vor);
+
+    // Vertical: the minimum is at the bottom, so the top arrow and the track above the
+    // thumb raise the value.
+    click(478, 495);
+    EXPECT_EQ(property(vbar, xpProperty_ScrollBarSliderPosition), 51);
+    click(478, 305);
+    EXPECT_EQ(property(vbar, xpProperty_ScrollBarSliderPosition), 50);
+    click(478, 470);
+    EXPECT_EQ(property(vbar, xpProperty_ScrollBarSliderPosition), 60);
+}
+
+}  // namespace
+}  // namespace xpsim::test
