@@ -9,7 +9,6 @@
 #include <cstdlib>
 #include <string>
 
-#include "dataaccess_internal.h"
 #include "host.h"
 #include "world.h"
 
@@ -19,10 +18,6 @@ extern const char datarefs_tsv[];
 extern const std::size_t datarefs_tsv_size;
 
 namespace {
-
-constexpr double kDaySeconds = 24 * 3600.0;
-constexpr double kStartZuluSeconds = 18 * 3600.0;  // 18:00 Z, 10:00 local
-constexpr double kLocalOffsetSeconds = -8 * 3600.0;
 
 // "float[8]", "int[73][10]", "byte[40]", "double": type bits and element count.
 bool parseType(const std::string& text, XPLMDataTypeID* types, size_t* count) {
@@ -50,37 +45,18 @@ std::string number(double v) {
     return text;
 }
 
-// Start values, applied through the same text form as driver::setDataref.
+// Start values, applied through the same text form as driver::setDataref. Position,
+// attitude and clock are the flight model's (DataRefFlightModel.cpp).
 struct StartValue {
     const char* name;
     std::string value;
 };
 
 std::vector<StartValue> startValues() {
-    using namespace world;
     const Options& options = Host::get().options;
-    double x, y, z;
-    worldToLocal(kAirportLat, kAirportLon, kAirportElevationM, &x, &y, &z);
-    // Heading only (pitch and roll 0): X-Plane's attitude quaternion reduces to a yaw turn.
-    double halfPsi = kAircraftHeadingDeg * kPi / 360.0;
-    std::string quaternion = number(std::cos(halfPsi)) + ",0,0," + number(std::sin(halfPsi));
     return {
-        {"sim/flightmodel/position/latitude", number(kAirportLat)},
-        {"sim/flightmodel/position/longitude", number(kAirportLon)},
-        {"sim/flightmodel/position/elevation", number(kAirportElevationM)},
-        {"sim/flightmodel/position/lat_ref", number(kAirportLat)},
-        {"sim/flightmodel/position/lon_ref", number(kAirportLon)},
-        {"sim/flightmodel/position/local_x", number(x)},
-        {"sim/flightmodel/position/local_y", number(y)},
-        {"sim/flightmodel/position/local_z", number(z)},
-        {"sim/flightmodel/position/psi", number(kAircraftHeadingDeg)},
-        {"sim/flightmodel/position/true_psi", number(kAircraftHeadingDeg)},
-        {"sim/flightmodel/position/magpsi", number(kAircraftHeadingDeg)},
-        {"sim/flightmodel/position/mag_psi", number(kAircraftHeadingDeg)},
-        {"sim/flightmodel/position/hpath", number(kAircraftHeadingDeg)},
-        {"sim/flightmodel/position/q", quaternion},
-        {"sim/flightmodel/failures/onground_any", "1"},
-        {"sim/flightmodel/failures/onground_all", "1"},
+        {"sim/flightmodel/position/lat_ref", number(world::kAirportLat)},
+        {"sim/flightmodel/position/lon_ref", number(world::kAirportLon)},
         {"sim/flightmodel/controls/parkbrake", "1"},
         {"sim/cockpit2/controls/parking_brake_ratio", "1"},
         {"sim/aircraft/engine/acf_num_engines", "1"},
@@ -101,13 +77,11 @@ std::vector<StartValue> startValues() {
         {"sim/cockpit/radios/nav2_freq_hz", "11600"},
         {"sim/cockpit/radios/transponder_code", "1200"},
         {"sim/weather/barometer_sealevel_inhg", "29.92"},
-        {"sim/weather/barometer_current_inhg", number(29.92 - kAirportElevationM * 0.0036)},
+        {"sim/weather/barometer_current_inhg", number(29.92 - world::kAirportElevationM * 0.0036)},
         {"sim/weather/temperature_sealevel_c", "15"},
         {"sim/time/sim_speed", "1"},
         {"sim/time/sim_speed_actual", "1"},
         {"sim/time/ground_speed", "1"},
-        {"sim/time/zulu_time_sec", number(kStartZuluSeconds)},
-        {"sim/time/local_time_sec", number(kStartZuluSeconds + kLocalOffsetSeconds)},
         {"sim/time/local_date_days", "79"},  // 21 March, zero-based
         {"sim/graphics/view/window_width", std::to_string(options.screenWidth)},
         {"sim/graphics/view/window_height", std::to_string(options.screenHeight)},
@@ -154,31 +128,7 @@ void loadSimulatorDataRefs() {
             Host::get().log("xpsim: start value of " + std::string(start.name) + ": " + error);
         }
     }
-    auto find = [&table](const char* name) {
-        auto it = table.byName.find(name);
-        return it == table.byName.end() ? nullptr : it->second;
-    };
-    table.runningTime = find("sim/time/total_running_time_sec");
-    table.flightTime = find("sim/time/total_flight_time_sec");
-    table.zuluTime = find("sim/time/zulu_time_sec");
-    table.localTime = find("sim/time/local_time_sec");
-}
-
-// Zulu time runs on from whatever a plug-in set it to; local time follows it.
-void flightModelStep() {
-    loadSimulatorDataRefs();
-    DataRefTable& table = dataRefTable();
-    const Host& host = Host::get();
-    DataRef* running = table.refs.get(table.runningTime);
-    DataRef* flight = table.refs.get(table.flightTime);
-    DataRef* zulu = table.refs.get(table.zuluTime);
-    DataRef* local = table.refs.get(table.localTime);
-    if (!running || !flight || !zulu || !local) return;
-    // Kept in double precision: float steps of 1/60 s would drift by seconds a day.
-    running->scalar = host.elapsedSeconds;
-    flight->scalar += host.frameSeconds();
-    zulu->scalar = std::fmod(zulu->scalar + host.frameSeconds(), kDaySeconds);
-    local->scalar = std::fmod(zulu->scalar + kLocalOffsetSeconds + kDaySeconds, kDaySeconds);
+    startFlightModel();
 }
 
 }  // namespace xpsim

@@ -67,11 +67,6 @@ struct DataRefTable {
     std::unordered_map<std::string, void*> byName;
     uint64_t nextSharerId = 1;
     bool loaded = false;  // the simulator's own datarefs are in
-    // What flightModelStep changes every frame, found once per load.
-    void* runningTime = nullptr;
-    void* flightTime = nullptr;
-    void* zuluTime = nullptr;
-    void* localTime = nullptr;
 };
 
 // A plain global, not a function-local static: every dataref read goes through it.
@@ -80,5 +75,8 @@ inline DataRefTable& dataRefTable() { return gDataRefTable; }
 // Puts the simulator's datarefs (datarefs.tsv) with their start values into the table,
 // once per run; every name lookup calls it first.
 void loadSimulatorDataRefs();
+// DataRefFlightModel.cpp: parks the aircraft at the airport and sets the clock, as the
+// last step of loading.
+void startFlightModel();
 
 }  // namespace xpsim

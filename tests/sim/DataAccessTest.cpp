@@ -286,6 +286,31 @@ TEST_F(DataAccessTest, TimeDatarefsAdvanceWithTheFrames) {
                 std::fmod(offset + 86400.0f, 86400.0f), 1e-2);
 }
 
+TEST_F(DataAccessTest, WritingLocalCoordinatesMovesTheAircraftAtTheNextFrame) {
+    XPLMDataRef x = find("sim/flightmodel/position/local_x");
+    XPLMDataRef y = find("sim/flightmodel/position/local_y");
+    XPLMDataRef z = find("sim/flightmodel/position/local_z");
+    XPLMSetDatad(x, 1000.0);
+    XPLMSetDatad(y, world::kAirportElevationM + 300.0);
+    XPLMSetDatad(z, -2000.0);  // north
+    XPLMSetDataf(find("sim/flightmodel/position/psi"), 90.0f);
+    driver::runFrames(1);
+    double lat, lon, elevation;
+    world::localToWorld(1000.0, world::kAirportElevationM + 300.0, -2000.0, &lat, &lon, &elevation);
+    EXPECT_DOUBLE_EQ(XPLMGetDatad(find("sim/flightmodel/position/latitude")), lat);
+    EXPECT_DOUBLE_EQ(XPLMGetDatad(find("sim/flightmodel/position/longitude")), lon);
+    EXPECT_GT(lat, world::kAirportLat);
+    EXPECT_GT(lon, world::kAirportLon);
+    EXPECT_DOUBLE_EQ(XPLMGetDatad(find("sim/flightmodel/position/elevation")), world::kAirportElevationM + 300.0);
+    EXPECT_NEAR(XPLMGetDataf(find("sim/flightmodel/position/y_agl")), 300.0f, 1e-3);
+    EXPECT_EQ(readInt("sim/flightmodel/failures/onground_any"), 0);
+    EXPECT_EQ(XPLMGetDataf(find("sim/flightmodel/position/true_psi")), 90.0f);
+    float q[4];
+    ASSERT_EQ(XPLMGetDatavf(find("sim/flightmodel/position/q"), q, 0, 4), 4);
+    EXPECT_NEAR(q[0], std::cos(world::kPi / 4), 1e-6);  // a quarter turn about the vertical
+    EXPECT_NEAR(q[3], std::sin(world::kPi / 4), 1e-6);
+}
+
 TEST_F(DataAccessTest, AccessorDatarefsCallTheirProviderWithItsIdAndRefcons) {
     const int provider = loadEnabled("data_provider", "Provider");
     XPLMDataRef values = find("xpsim/test/Provider/values");
