@@ -25,9 +25,9 @@ typedef struct {
     float zoom;
 } XPLMCameraPosition_t;
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPLMCameraPosition_t) == 28, "XPLMCameraPosition_t must be 28 bytes");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPLMCameraPosition_t) == 28, "XPLMCameraPosition_t must be 28 bytes");
 #endif
 

@@ -99,9 +99,9 @@ typedef struct {
 } XPLMCreateWindow_t;
 
 #if defined(__LP64__) || defined(_WIN64)
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPLMCreateWindow_t) == 72, "XPLMCreateWindow_t must be 72 bytes on 64-bit");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPLMCreateWindow_t) == 72, "XPLMCreateWindow_t must be 72 bytes on 64-bit");
 #endif
 #endif

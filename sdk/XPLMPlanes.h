@@ -25,9 +25,9 @@ typedef struct {
     float yokeRoll;
 } XPLMPlaneDrawState_t;
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPLMPlaneDrawState_t) == 44, "XPLMPlaneDrawState_t must be 44 bytes");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPLMPlaneDrawState_t) == 44, "XPLMPlaneDrawState_t must be 44 bytes");
 #endif
 

@@ -35,10 +35,10 @@ typedef struct {
     void *                  refcon;
 } XPLMCreateFlightLoop_t;
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPLMCreateFlightLoop_t) == (sizeof(void *) == 8 ? 24 : 16),
               "XPLMCreateFlightLoop_t layout");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPLMCreateFlightLoop_t) == (sizeof(void *) == 8 ? 24 : 16),
                "XPLMCreateFlightLoop_t layout");
 #endif

@@ -39,9 +39,9 @@ typedef struct {
     int is_wet;
 } XPLMProbeInfo_t;
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPLMProbeInfo_t) == 44, "XPLMProbeInfo_t must be 44 bytes");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPLMProbeInfo_t) == 44, "XPLMProbeInfo_t must be 44 bytes");
 #endif
 
@@ -65,9 +65,9 @@ typedef struct {
     float roll;
 } XPLMDrawInfo_t;
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPLMDrawInfo_t) == 28, "XPLMDrawInfo_t must be 28 bytes");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPLMDrawInfo_t) == 28, "XPLMDrawInfo_t must be 28 bytes");
 #endif
 

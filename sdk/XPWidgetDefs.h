@@ -131,7 +131,7 @@ typedef int (* XPWidgetFunc_t)(
         intptr_t inParam2);
 
 #if defined(__LP64__) || defined(_WIN64)
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPKeyState_t) == 12, "XPKeyState_t is 12 bytes");
 static_assert(sizeof(XPWidgetGeometryChange_t) == 16, "XPWidgetGeometryChange_t is 16 bytes");
 #if defined(XPLM200)
@@ -139,7 +139,7 @@ static_assert(sizeof(XPMouseState_t) == 16, "XPMouseState_t is 16 bytes");
 #else
 static_assert(sizeof(XPMouseState_t) == 12, "XPMouseState_t is 12 bytes");
 #endif
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPKeyState_t) == 12, "XPKeyState_t is 12 bytes");
 _Static_assert(sizeof(XPWidgetGeometryChange_t) == 16, "XPWidgetGeometryChange_t is 16 bytes");
 #if defined(XPLM200)

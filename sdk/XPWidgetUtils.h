@@ -22,9 +22,9 @@ typedef struct {
 } XPWidgetCreate_t;
 
 #if defined(__LP64__) || defined(_WIN64)
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201103L
 static_assert(sizeof(XPWidgetCreate_t) == 48, "XPWidgetCreate_t is 48 bytes");
-#else
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
 _Static_assert(sizeof(XPWidgetCreate_t) == 48, "XPWidgetCreate_t is 48 bytes");
 #endif
 #endif
