@@ -20,11 +20,17 @@ extern "C" {
         #else
             #define PLUGIN_API __attribute__((visibility("default")))
         #endif
-    #else
+    #elif __MACH__
         #ifdef __cplusplus
             #define PLUGIN_API extern "C"
         #else
             #define PLUGIN_API
+        #endif
+    #else
+        #ifdef __cplusplus
+            #define PLUGIN_API extern "C" __declspec(dllexport)
+        #else
+            #define PLUGIN_API __declspec(dllexport)
         #endif
     #endif
 #elif IBM
@@ -51,7 +57,19 @@ extern "C" {
     #error "Platform not defined!"
 #endif
 
-#if APL || LIN
+#if APL
+    #if XPLM
+        #if __GNUC__ >= 4
+            #define XPLM_API __attribute__((visibility("default")))
+        #elif __MACH__
+            #define XPLM_API
+        #else
+            #define XPLM_API __declspec(dllexport)
+        #endif
+    #else
+        #define XPLM_API
+    #endif
+#elif LIN
     #if XPLM
         #if __GNUC__ >= 4
             #define XPLM_API __attribute__((visibility("default")))
