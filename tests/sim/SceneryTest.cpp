@@ -195,6 +195,27 @@ TEST_F(SceneryTest, DrawObjectsRecordsEachInstanceInTheFramesDrawList) {
     EXPECT_EQ(errors(), 0);
 }
 
+TEST_F(SceneryTest, UnloadingAPluginReleasesItsObjectsAndDropsItsPendingLoads) {
+    startSim();
+    int a = loadActor("Alpha");
+    driver::enablePluginsAndSendLoadMessages();
+    driver::sendMessage(a, kLoadAsync, 0);
+    driver::runFrames(2);
+    ASSERT_EQ(count("Alpha", "object loaded nonnull=1 refcon=7 myid=" + std::to_string(a)), 1);
+    // Our own reference to the same object; Alpha still holds one.
+    XPLMObjectRef tug = XPLMLoadObject("Resources/default scenery/sim objects/apt_vehicles/pushback/tug_GT110.obj");
+    ASSERT_NE(tug, nullptr);
+    driver::sendMessage(a, kLoadAsync, 0);  // still on its way when Alpha goes
+    driver::reloadPlugins();
+    driver::runFrames(3);  // nothing may call into the unloaded binary
+    EXPECT_EQ(count("Alpha", "object loaded nonnull=1 refcon=7 myid=" + std::to_string(a)), 1);
+    XPLMUnloadObject(tug);  // our reference was the last one
+    XPLMDrawInfo_t at{sizeof(XPLMDrawInfo_t), 0, 0, 0, 0, 0, 0};
+    EXPECT_EQ(errors(), 0);
+    XPLMDrawObjects(tug, 1, &at, 0, 0);
+    EXPECT_EQ(errors(), 1);
+}
+
 struct AsyncRequest {
     int requestedIn = -1;
     int deliveredIn = -1;
