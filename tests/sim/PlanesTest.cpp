@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <fstream>
 
 #include "XPLMCamera.h"
 #include "XPLMDisplay.h"
@@ -160,6 +161,26 @@ TEST_F(PlanesTest, ModelsAndActiveCountNeedExclusiveAccess) {
     XPLMSetUsersAircraft("");
     EXPECT_EQ(errors(), 7);
     EXPECT_NE(log().find("aircraft 0 loaded from /x/user.acf"), std::string::npos);
+}
+
+TEST_F(PlanesTest, LoadingModelsAndMovingTheUserAreAnnouncedToPlugins) {
+    startSim();
+    loadActor("Alpha");
+    std::ofstream(root + "/Resources/plugins/Alpha/record_messages") << "\n";
+    driver::enablePluginsAndSendLoadMessages();
+    auto message = [](int msg, long param) {
+        return "message from=0 msg=" + std::to_string(msg) + " param=" + std::to_string(param);
+    };
+    size_t before = events("Alpha").size();
+    ASSERT_EQ(XPLMAcquirePlanes(nullptr, nullptr, nullptr), 1);
+    XPLMSetAircraftModel(5, "/x/five.acf");
+    XPLMSetUsersAircraft("/x/user.acf");
+    XPLMPlaceUserAtAirport("KBFI");
+    std::vector<std::string> heard = events("Alpha");
+    heard.erase(heard.begin(), heard.begin() + static_cast<long>(before));
+    EXPECT_EQ(heard, (std::vector<std::string>{message(XPLM_MSG_PLANE_UNLOADED, 5), message(XPLM_MSG_PLANE_LOADED, 5),
+                                               message(XPLM_MSG_PLANE_UNLOADED, 0), message(XPLM_MSG_PLANE_LOADED, 0),
+                                               message(XPLM_MSG_AIRPORT_LOADED, 0)}));
 }
 
 TEST_F(PlanesTest, DrawAircraftRecordsTheSlotsModelAndPoseInTheDrawList) {

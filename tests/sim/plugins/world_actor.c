@@ -1,7 +1,8 @@
 /* Test plug-in for the world areas: takes and gives up the camera, acquires and
  * releases the planes, loads objects asynchronously, on test messages; records what
  * the host calls back into events.txt next to its binary. One binary is installed as
- * several plug-ins, named after their folders. */
+ * several plug-ins, named after their folders. With a file "record_messages" in its
+ * folder it also records the simulator's messages. */
 #include <stdint.h>
 #include <stdio.h>
 #include <string.h>
@@ -77,6 +78,9 @@ PLUGIN_API void XPluginDisable(void) { recordEvent("disable"); }
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {
     long param = (long)(intptr_t)inParam;
+    if (inMessage < 0x7FF00000 && folderHasFile("record_messages")) {
+        recordEvent("message from=%d msg=%d param=%ld", inFrom, inMessage, param);
+    }
     switch (inMessage) {
         case MSG_CAMERA_TAKE:
             XPLMControlCamera((XPLMCameraControlDuration)param, cameraControl, (void*)(intptr_t)XPLMGetMyID());
