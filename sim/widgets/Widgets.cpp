@@ -378,6 +378,14 @@ void setGeometry(XPWidgetID id, const Rect& box) {
 
 }  // namespace
 
+// The geometry getters' out pointers, each of which may be null.
+void writeBox(const Rect& r, int* left, int* top, int* right, int* bottom) {
+    if (left) *left = r.left;
+    if (top) *top = r.top;
+    if (right) *right = r.right;
+    if (bottom) *bottom = r.bottom;
+}
+
 void moveSubtree(XPWidgetID id, int dx, int dy) {
     ExposureSnapshot before = snapshotExposure(id);
     std::vector<XPWidgetID> ids;
@@ -539,11 +547,7 @@ int XPIsWidgetInFront(XPWidgetID inWidget) {
 
 void XPGetWidgetGeometry(XPWidgetID inWidget, int* outLeft, int* outTop, int* outRight, int* outBottom) {
     Widget* w = lookup(inWidget, "XPGetWidgetGeometry");
-    Rect r = w ? w->box : Rect{};
-    if (outLeft) *outLeft = r.left;
-    if (outTop) *outTop = r.top;
-    if (outRight) *outRight = r.right;
-    if (outBottom) *outBottom = r.bottom;
+    writeBox(w ? w->box : Rect{}, outLeft, outTop, outRight, outBottom);
 }
 
 void XPSetWidgetGeometry(XPWidgetID inWidget, int inLeft, int inTop, int inRight, int inBottom) {
@@ -559,10 +563,7 @@ XPWidgetID XPGetWidgetForLocation(XPWidgetID inContainer, int inXOffset, int inY
 
 void XPGetWidgetExposedGeometry(XPWidgetID inWidgetID, int* outLeft, int* outTop, int* outRight, int* outBottom) {
     Rect r = lookup(inWidgetID, "XPGetWidgetExposedGeometry") ? exposedBox(inWidgetID) : Rect{};
-    if (outLeft) *outLeft = r.left;
-    if (outTop) *outTop = r.top;
-    if (outRight) *outRight = r.right;
-    if (outBottom) *outBottom = r.bottom;
+    writeBox(r, outLeft, outTop, outRight, outBottom);
 }
 
 void XPSetWidgetDescriptor(XPWidgetID inWidget, const char* inDescriptor) {

@@ -76,6 +76,7 @@ void forgetMouseCapture(XPWidgetID id);
 
 // Another XPLM window took the keyboard: the focused widget hears it lost focus.
 void focusTakenByOtherWindow();
+void writeBox(const Rect& r, int* left, int* top, int* right, int* bottom);
 // Moves a widget and all its descendants, each with its own xpMsg_Reshape.
 void moveSubtree(XPWidgetID id, int dx, int dy);
 

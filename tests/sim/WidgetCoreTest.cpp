@@ -340,3 +340,27 @@ TEST_F(WidgetCoreTest, WidgetFunctionsThatDestroyOrRecurseDuringDispatchDoNotBre
 
 }  // namespace
 }  // namespace xpsim::test
+
+namespace xpsim::test {
+namespace {
+
+int destroysRootWhileDrawing(XPWidgetMessage m, XPWidgetID w, intptr_t, intptr_t) {
+    if (m == xpMsg_Draw) XPDestroyWidget(XPFindRootWidget(w), 1);
+    return 0;
+}
+
+TEST_F(WidgetCoreTest, AWidgetThatDestroysItsWholeWindowWhilePaintingEndsThatFrameCleanly) {
+    XPWidgetID root = custom("root", 0, 500, 500, 0, nullptr, true);
+    custom("first", 10, 400, 100, 300, root);
+    XPCreateCustomWidget(10, 200, 100, 100, 1, "bomb", 0, root, destroysRootWhileDrawing);
+    custom("last", 200, 400, 300, 300, root);
+    calls().clear();
+    driver::runFrames(2);
+    EXPECT_EQ(calls(), (Strings{"first Destroy 1", "last Destroy 1", "root Destroy 0"}))
+        << "the painting stopped with the tree; nothing was drawn for the dead";
+    EXPECT_EQ(errorsMentioning("invalid"), 0);
+    EXPECT_EQ(drawn("window").size(), 0u);
+}
+
+}  // namespace
+}  // namespace xpsim::test
