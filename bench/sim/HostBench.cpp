@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <map>
 #include <string>
 
@@ -27,12 +28,18 @@ extern "C" float emptyFlightLoop(float, float, int, void*) { return -1.0f; }
 struct Simulator {
     Simulator() {
         char pattern[] = "/tmp/xpsim-bench-XXXXXX";
+        if (mkdtemp(pattern)) root = pattern;
         xpsim::Options options;
-        options.root = mkdtemp(pattern);
+        options.root = root;
         std::string error;
         if (!xpsim::driver::start(options, &error)) std::fprintf(stderr, "xpsim: %s\n", error.c_str());
     }
-    ~Simulator() { xpsim::driver::shutdown(); }
+    ~Simulator() {
+        xpsim::driver::shutdown();
+        std::error_code ignored;
+        if (!root.empty()) std::filesystem::remove_all(root, ignored);
+    }
+    std::string root;
 };
 
 void BM_IndirectCall(benchmark::State& state) {
