@@ -48,8 +48,9 @@ bool storageWritable(const DataRef& ref, Writer writer) {
 }
 
 // Tells every other sharer that a shared dataref changed. The SDK says "any other
-// plug-in"; we do not notify the writer itself. Callbacks may share or unshare, so
-// each one is checked again before it is called.
+// plug-in"; we do not notify the writer itself. Every write counts as a change (values
+// are not compared). Callbacks may share or unshare, so each sharer is checked again
+// before it is called.
 void notifySharers(XPLMDataRef handle) {
     DataRef* ref = dataRefTable().refs.get(handle);
     if (!ref || ref->sharers.empty()) return;
