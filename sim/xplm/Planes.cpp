@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -245,7 +246,10 @@ XPLM_API void XPLMSetAircraftModel(int inIndex, const char* inAircraftPath) {
 
 XPLM_API void XPLMDisableAIForPlane(int inPlaneIndex) {
     if (!checkAISlot("XPLMDisableAIForPlane", inPlaneIndex)) return;
+    // Nothing flies the AI planes here; the log tells the plug-in's author it took effect.
+    if (planes().aiDisabled[inPlaneIndex]) return;
     planes().aiDisabled[inPlaneIndex] = true;
+    Host::get().log("xpsim: AI disabled for aircraft " + std::to_string(inPlaneIndex));
 }
 
 XPLM_API void XPLMDrawAircraft(int inPlaneIndex, float inX, float inY, float inZ, float inPitch, float inRoll,

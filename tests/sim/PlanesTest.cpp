@@ -153,6 +153,9 @@ TEST_F(PlanesTest, ModelsAndActiveCountNeedExclusiveAccess) {
     XPLMDisableAIForPlane(0);
     EXPECT_EQ(errors(), 6);
     XPLMDisableAIForPlane(1);
+    XPLMDisableAIForPlane(1);
+    EXPECT_NE(log().find("AI disabled for aircraft 1\n"), std::string::npos);
+    EXPECT_EQ(log().find("AI disabled for aircraft 1\n"), log().rfind("AI disabled for aircraft 1\n"));
     XPLMReleasePlanes();
     EXPECT_EQ(controller(), XPLM_NO_PLUGIN_ID);
 
