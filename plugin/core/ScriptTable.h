@@ -29,6 +29,12 @@ struct _VL_FeaturesListEntry {
     char featureName[256] = {0};
 };
 
+// The callback registry's types (callbacks/Registry.h).
+struct _CallbackList;
+struct _WidgetCallbackListEntry;
+using VL_CallbackListType = std::vector<_CallbackList*>;
+using VL_WidgetCallbackListType = std::vector<_WidgetCallbackListEntry*>;
+
 class VL_ScriptTable {
 public:
     // --- scripts (lookups by id are linear, in table order, first match wins) ---
@@ -69,7 +75,36 @@ public:
     // Every ':' and '\\' of text becomes '/'.
     static void ChangeSeparatorToDefault(char* text);
 
-    // --- callback list operations (defined with the lists in callbacks/) ---
+    // --- callback list operations (defined with the lists in callbacks/Registry.cpp) ---
+    // A position is a record's index in its list; found is set to 1 or 0, and position
+    // is left as it was when nothing matches. Finds see only the running interpreter's
+    // records and compare Python objects by identity.
+    _CallbackList* AddCallback(VL_CallbackListType& list, PyObject* scriptId, void* handle,
+                               PyObject* callable, void* refcon);
+    _CallbackList* FindCallback(VL_CallbackListType& list, PyObject* scriptId, PyObject* callable,
+                                void* refcon, int& found, int& position);
+    _CallbackList* FindCallback(VL_CallbackListType& list, PyObject* scriptId, void* handle,
+                                int& found, int& position);
+    _CallbackList* FindCallback(VL_CallbackListType& list, PyObject* callable, void* refcon,
+                                int& found, int& position, int unused);
+    // Writes handle into the first record of scriptId and callable.
+    void UpdateCallback(VL_CallbackListType& list, PyObject* scriptId, PyObject* callable,
+                        void* handle);
+    void DeleteCallback(VL_CallbackListType& list, _CallbackList* holder, int position);
+    _WidgetCallbackListEntry* AddWidgetCallback(VL_WidgetCallbackListType& list, PyObject* scriptId,
+                                                void* widget, PyObject* callable, int isRoot,
+                                                void* container);
+    _WidgetCallbackListEntry* FindWidgetCallback(VL_WidgetCallbackListType& list, PyObject* scriptId,
+                                                 void* widget, int& found, int& position);
+    _WidgetCallbackListEntry* FindWidgetCallback(VL_WidgetCallbackListType& list, void* widget,
+                                                 int& found, int& position);
+    void UpdateWidgetCallback(VL_WidgetCallbackListType& list, PyObject* scriptId, void* widget,
+                              PyObject* callable);
+    void DeleteWidgetCallback(VL_WidgetCallbackListType& list, _WidgetCallbackListEntry* record,
+                              int position);
+    // Removes the records of the widget's direct children, whatever their script.
+    void DeleteWidgetChildCallbacks(VL_WidgetCallbackListType& list, PyObject* scriptId,
+                                    void* widget);
 
 private:
     _VL_ScriptEntry* FindEntry(PyObject* scriptId);

@@ -1,14 +1,27 @@
-// Stand-ins until the binding modules and the callback bridge land: no modules yet,
-// no script error callbacks, no callback lists to check.
+// The fixed order in which the modules are registered at every interpreter start. A
+// module that is not built yet keeps its place as a comment.
 
 #include "modules/Modules.h"
 
-#include "core/Lifecycle.h"
+#include "callbacks/Registry.h"
 
 namespace vorlith {
 
-void VL_RegisterModules() {}
-void VL_ErrorCallback(const char*) {}
-void VL_CheckAllCallbacks() {}
+void VL_RegisterModules() {
+    static void (*const inits[])() = {
+        // TembrookUtilities
+        initXPLMDefs,
+        // XPLMCamera
+        initXPLMDataAccess,
+        // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
+        initXPLMProcessing,
+        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery, XPWidgetDefs, XPWidgets,
+        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging,
+        // TembrookVCUtilities
+    };
+    // A new interpreter: records of the previous one are never called again.
+    VL_StartCallbackGeneration();
+    for (auto init : inits) init();
+}
 
 }  // namespace vorlith
