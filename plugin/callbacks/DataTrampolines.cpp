@@ -47,7 +47,8 @@ double DoubleItem(PyObject* list, Py_ssize_t i) {
 
 // The getter of an array: the script appends the values to the list it gets (None for a
 // size query) and returns their count; at most `max` of them, and no more than the list
-// holds, reach the buffer.
+// holds, reach the buffer. A size query answers the script's count whatever `max` is, as
+// the SDK promises readers that ask with no buffer.
 template <typename T, typename Store>
 int GetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, T* values, int offset,
              int max, Store store) {
@@ -57,8 +58,8 @@ int GetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, T* values
         if (values && !(list = PyList_New(0))) return nullptr;
         return Py_BuildValue("(OOii)", ref, list ? list : Py_None, offset, max);
     }, [&](PyObject* result) {
-        int n = std::max(0, std::min(max, VL_ResultInt(result)));
-        return list ? store(values, list, n, max) : n;
+        int count = std::max(0, VL_ResultInt(result));
+        return list ? store(values, list, std::min(max, count), max) : count;
     });
     Py_XDECREF(list);
     return count;

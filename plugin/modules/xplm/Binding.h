@@ -71,11 +71,19 @@ inline std::string VL_ScriptName(PyObject* scriptId) {
     return name;
 }
 
-// Reports through PrintException a text with one "%s" for the script's name.
+// The module a script was imported as: its file name without ".py" ("" when unknown).
+inline std::string VL_ScriptModuleName(PyObject* scriptId) {
+    const VL_ScriptTable* table = VLTestTable;
+    const _VL_ScriptEntry* entry = table ? table->FindEntry(scriptId) : nullptr;
+    return entry ? entry->moduleName : std::string();
+}
+
+// Reports through PrintException a text whose one "%s" is the script's module name
+// (reports name the script's file, and come before XPluginStart has named it).
 inline void VL_ReportForScript(const char* module, const char* function, const char* format,
                                PyObject* scriptId) {
     char text[1024];
-    std::snprintf(text, sizeof text, format, VL_ScriptName(scriptId).c_str());
+    std::snprintf(text, sizeof text, format, VL_ScriptModuleName(scriptId).c_str());
     PrintException(module, function, text);
 }
 

@@ -126,14 +126,13 @@ PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
         if (!PyErr_Occurred()) PyErr_SetString(PyExc_TypeError, "expected sequence (phase, callback, refcon)");
         return nullptr;
     }
-    int parsed = PyArg_ParseTuple(fields, "iOO", &phase, &callable, &refconObject);
-    Py_INCREF(callable);  // outlives the tuple for the rest of the call
-    Py_DECREF(fields);
-    if (!parsed) {
-        Py_DECREF(callable);
+    if (!PyArg_ParseTuple(fields, "iOO", &phase, &callable, &refconObject)) {
+        Py_DECREF(fields);
         return nullptr;
     }
     void* refcon = VL_RefconFromObject(refconObject);
+    Py_INCREF(callable);  // outlives the tuple for the rest of the call
+    Py_DECREF(fields);
     PyObject* result = VL_Guarded(kModule, "XPLMCreateFlightLoop", [&] {
         // Only a bound method gets a record; anything else runs as an inactive flight loop.
         bool recorded = Py_TYPE(callable) == &PyMethod_Type;
