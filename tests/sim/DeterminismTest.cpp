@@ -17,11 +17,11 @@ struct RunOutput {
 };
 
 // Runs xpsim twice on the same root (paths in the log are the same) and keeps what each run wrote.
-std::vector<RunOutput> runTwice(const std::string& root, const std::string& scenario) {
+std::vector<RunOutput> runTwice(const std::string& root, const std::string& scenario, const std::string& more = "") {
     std::vector<RunOutput> runs;
     for (int i = 0; i < 2; ++i) {
         std::string command = std::string(XPSIM_RUNNER) + " --root '" + root + "' --scenario '" + scenario +
-                              "' --frames 7 > /dev/null 2>&1";
+                              "' --frames 7 " + more + " > /dev/null 2>&1";
         RunOutput run;
         int status = std::system(command.c_str());
         run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -53,6 +53,19 @@ TEST(DeterminismTest, SameScenarioTwiceGivesTheSameLogAndPluginOutput) {
     EXPECT_EQ(runs[0].log, runs[1].log);
     EXPECT_FALSE(runs[0].events.empty());
     EXPECT_EQ(runs[0].events, runs[1].events);
+}
+
+// Every kind of callback, driven by the scenario that checks each of them.
+TEST(DeterminismTest, EverythingScenarioPassesAndLogsTheSameTwice) {
+    std::string root = freshRoot();
+    std::string plugin = std::string(XPSIM_TEST_PLUGIN_DIR) + "/everything.xpl";
+    std::string scenario = std::string(XPSIM_SOURCE_DIR) + "/tests/sim/scenarios/everything.txt";
+    std::vector<RunOutput> runs = runTwice(root, scenario, "--plugin '" + plugin + "'");
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs[0].status, 0) << runs[0].log;
+    EXPECT_EQ(runs[1].status, 0) << runs[1].log;
+    EXPECT_NE(runs[0].log.find("everything: start, my id 2"), std::string::npos) << runs[0].log;
+    EXPECT_EQ(runs[0].log, runs[1].log);
 }
 
 }  // namespace
