@@ -188,7 +188,8 @@ bool parseVirtualKey(const std::string& text, int* code, std::string* error) {
     return false;
 }
 
-// A key: one character as it stands, or its code as a number (13 for return).
+// A key: a one-character word is that character ("0" is the digit); a longer word is
+// its code as a number (13 or 0x0D for return, 0x00 for none).
 bool parseKeyChar(const std::string& text, char* key, std::string* error) {
     long value;
     if (text.size() == 1) {
@@ -429,7 +430,7 @@ const std::vector<ScenarioCommand>& scenarioCommands() {
         {"mouse click", "<x> <y>", 2, 2, cmdMouseClick},
         {"mouse drag", "<x1> <y1> <x2> <y2>", 4, 4, cmdMouseDrag},
         {"mouse wheel", "<x> <y> <clicks> [<axis 0|1>]", 3, 4, cmdMouseWheel},
-        {"key", "<char|code> <virtual key> [shift] [alt] [ctrl] [down] [up]", 2, 7, cmdKey},
+        {"key", "<char|code> <virtual key> [shift] [alt] [ctrl] [down] [up]  (code: 13, 0x00)", 2, 7, cmdKey},
         {"menu", "<Plugins/Name/Item>", 1, 1, cmdMenu},
         {"command begin", "<name>", 1, 1, cmdCommand<driver::commandBegin>},
         {"command end", "<name>", 1, 1, cmdCommand<driver::commandEnd>},

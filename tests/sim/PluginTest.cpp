@@ -216,6 +216,47 @@ TEST_F(PluginTest, ReloadRequestedInACallbackHappensAtTheEndOfTheFrameWithNewIds
     EXPECT_EQ(XPLMFindPluginBySignature("xpsim.test.Beta"), XPLM_NO_PLUGIN_ID);
 }
 
+TEST_F(PluginTest, UnloadingDropsEverythingAPluginLeftRegistered) {
+    startSim();
+    std::string events = root + "/Output/leaky_events.txt";
+    std::string error;
+    ASSERT_EQ(driver::loadPlugin(installPlugin(root, "plug_leaky", "Leaky"), &error), 1) << error;
+    driver::enablePluginsAndSendLoadMessages();
+    // Two frames and one of each other kind of call, sorted (the order is not the point here).
+    auto exercise = [&] {
+        unlink(events.c_str());
+        std::string value, why;
+        driver::runFrames(1);
+        EXPECT_TRUE(driver::pickMenu("Plugins/Leaky/Item", &why)) << why;
+        EXPECT_TRUE(driver::commandOnce("leaky/command", &why)) << why;
+        EXPECT_TRUE(driver::getDataref("leaky/value", &value, &why)) << why;
+        EXPECT_EQ(value, "5");
+        driver::keyPress('a', xplm_DownFlag, XPLM_VK_A);
+        driver::runFrames(1);
+        std::vector<std::string> lines = readLines(events);
+        std::sort(lines.begin(), lines.end());
+        return lines;
+    };
+    std::vector<std::string> first = exercise();
+    std::vector<std::string> expected = {"command id=1", "draw id=1",    "draw id=1",   "loop id=1",   "loop id=1",
+                                         "menu id=1",    "read id=1",    "sniffer id=1", "window id=1", "window id=1"};
+    EXPECT_EQ(first, expected);
+
+    // After a reload only the new registrations run (a stale one would run twice or as id 1).
+    driver::reloadPlugins();
+    std::vector<std::string> second = exercise();
+    for (std::string& line : expected) line.back() = '2';
+    EXPECT_EQ(second, expected);
+
+    // Once stopped for good, nothing of it is left.
+    driver::shutdown();
+    startSim();
+    std::string value, why;
+    EXPECT_FALSE(driver::pickMenu("Plugins/Leaky/Item", &why));
+    EXPECT_FALSE(driver::getDataref("leaky/value", &value, &why));
+    EXPECT_FALSE(driver::commandOnce("leaky/command", &why));
+}
+
 void collectFeature(const char* name, void* ref) { static_cast<std::vector<std::string>*>(ref)->push_back(name); }
 
 TEST_F(PluginTest, FeaturesDependOnTheSimulatorAndAreEnabledPerPlugin) {

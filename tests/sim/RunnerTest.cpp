@@ -188,6 +188,14 @@ TEST_F(RunnerTest, ExecutableExitsZeroAfterStoppingEveryFoundPlugin) {
     EXPECT_FALSE(contains(o.output, "'Alpha'")) << o.output;
 }
 
+#ifdef XPSIM_EXAMPLE_PLUGIN
+TEST_F(RunnerTest, CExamplePluginPassesItsDemoScenario) {
+    Outcome o = runXpsim({"--root", root, "--plugin", XPSIM_EXAMPLE_PLUGIN, "--scenario",
+                          std::string(XPSIM_SOURCE_DIR) + "/examples/c/demo.txt"});
+    EXPECT_EQ(o.status, 0) << o.output;
+}
+#endif
+
 TEST_F(RunnerTest, ExecutableFailsWithAClearMessage) {
     std::string good = installPlugin(root, "plug_recorder", "Alpha");
     std::string notPlugin = std::string(XPSIM_TEST_PLUGIN_DIR) + "/plug_not_a_plugin.xpl";
