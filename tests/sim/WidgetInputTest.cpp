@@ -360,3 +360,22 @@ TEST_F(WidgetFormTest, CustomWidgetsChainToAClassFunctionAndIconsAndVerticalBars
 
 }  // namespace
 }  // namespace xpsim::test
+
+namespace xpsim::test {
+namespace {
+
+TEST_F(WidgetFormTest, TextFieldScrollsToKeepTheCaretInView) {
+    XPSetWidgetGeometry(field, 120, 500, 180, 480);  // room for 6 characters of 8 pixels
+    XPSetKeyboardFocus(field);
+    type("abcdefghij");
+    EXPECT_EQ(property(field, xpProperty_ScrollPosition), 4);
+    bool tail = false;
+    for (const DrawItem& s : drawn("string")) tail |= s.text == "efghij";
+    EXPECT_TRUE(tail);
+    key(0, XPLM_VK_HOME);
+    EXPECT_EQ(property(field, xpProperty_ScrollPosition), 0);
+    EXPECT_EQ(drawn("caret").at(0).x, 123);
+}
+
+}  // namespace
+}  // namespace xpsim::test
