@@ -18,6 +18,7 @@
 #include "XPLMPlugin.h"
 #include "driver.h"
 #include "scenario.h"
+#include "widget_commands.h"
 
 namespace xpsim::runner {
 
@@ -444,6 +445,7 @@ const std::vector<ScenarioCommand>& scenarioCommands() {
         {"expect no log", "<text>", 1, 1, cmdExpectNoLog},
         {"expect file", "<path under the root> <text>", 2, 2, cmdExpectFile},
         {"print", "<text>", 1, 1, cmdPrint},
+        {"widgets", "", 0, 0, cmdWidgets},
     };
     return commands;
 }
