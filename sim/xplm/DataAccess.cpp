@@ -486,8 +486,8 @@ bool getDataref(const std::string& name, std::string* value, std::string* error)
 }
 
 // The simulator may set its own read-only datarefs; a plug-in's dataref takes the
-// value only when its provider made it writable. Byte blocks take the text, padded
-// with NULs to the block's size.
+// value only when its provider made it writable and is enabled (else an error). Byte
+// blocks take the text, padded with NULs to the block's size.
 bool setDataref(const std::string& name, const std::string& value, std::string* error) {
     XPLMDataRef handle = findLive(name.c_str());
     if (!handle) {
@@ -497,6 +497,13 @@ bool setDataref(const std::string& name, const std::string& value, std::string* 
     DataRef* ref = dataRefTable().refs.get(handle);
     const XPLMDataTypeID types = ref->types;
     const bool fromPlugin = ref->provider == DataRefProvider::Accessor;
+    if (fromPlugin && (!ref->writable || !isPluginEnabled(ref->plugin))) {
+        if (error) {
+            *error = name + (ref->writable ? " belongs to a disabled plug-in" : " is read-only") + " (plug-in " +
+                     std::to_string(ref->plugin) + ")";
+        }
+        return false;
+    }
     if (types & xplmType_Data && !(types & (xplmType_Double | xplmType_Float | xplmType_Int))) {
         size_t size = static_cast<size_t>(std::max(0, readBytes(handle, nullptr, 0, 0, "setDataref")));
         if (ref->provider == DataRefProvider::Simulator && value.size() > size) {

@@ -351,6 +351,16 @@ TEST_F(DataAccessTest, AccessorDatarefsCallTheirProviderWithItsIdAndRefcons) {
     XPLMSetDataf(values, 1.0f);  // the writable one is called
     EXPECT_EQ(readInt("xpsim/test/Provider/calls"), calls + 1);
     EXPECT_EQ(XPLMGetDatai(readOnly), 99);
+
+    // The driver writes through the provider too, and says when it cannot.
+    std::string error;
+    EXPECT_TRUE(driver::setDataref("xpsim/test/Provider/values", "3.25", &error)) << error;
+    EXPECT_EQ(XPLMGetDatad(values), 3.25);
+    EXPECT_FALSE(driver::setDataref("xpsim/test/Provider/read_only", "5", &error));
+    EXPECT_NE(error.find("read-only"), std::string::npos);
+    XPLMDisablePlugin(provider);
+    EXPECT_FALSE(driver::setDataref("xpsim/test/Provider/values", "1", &error));
+    EXPECT_NE(error.find("disabled"), std::string::npos);
 }
 
 TEST_F(DataAccessTest, ADisabledProviderIsNotCalledAndUnregisteredDatarefsBecomeOrphans) {
