@@ -25,7 +25,7 @@ const VL_CallbackKind<int> kSetDatavi{"Cannot find method UserSetDatavi_Callback
 const VL_CallbackKind<int> kSetDatavf{"Cannot find method UserSetDatavf_Callback\n", 0, 1, 1};
 const VL_CallbackKind<int> kSetDatab{"Cannot find method UserSetDatab_Callback\n", 0, 1, 1};
 
-PyObject* Single(PyObject* ref) { return Py_BuildValue("(O)", ref); }
+PyObject* Single(PyObject* ref) { return VL_MakeTuple(ref); }  // "(O)"
 
 // Element i of the script's list as a number; a non-number gives 0 and its error printed.
 long LongItem(PyObject* list, Py_ssize_t i) {
@@ -56,7 +56,7 @@ int GetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, T* values
     PyObject* list = nullptr;
     int count = VL_CallUser(kind, VL_RecordFromBlock(refcon, slot), [&](PyObject* ref) -> PyObject* {
         if (values && !(list = PyList_New(0))) return nullptr;
-        return Py_BuildValue("(OOii)", ref, list ? list : Py_None, offset, max);
+        return VL_MakeTuple(ref, list ? list : Py_None, offset, max);  // "(OOii)"
     }, [&](PyObject* result) {
         int count = std::max(0, VL_ResultInt(result));
         return list ? store(values, list, std::min(max, count), max) : count;
@@ -112,7 +112,7 @@ int SetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, const T* 
             if (!list) return nullptr;
             for (int i = 0; i < count; ++i) PyList_SET_ITEM(list, i, make(values[i]));
         }
-        return Py_BuildValue("(ONii)", ref, list, offset, count);
+        return VL_MakeTuple(ref, VL_New{list}, offset, count);  // "(OOii)"
     }, VL_ResultNone);
 }
 
@@ -147,19 +147,19 @@ int CallUserGetDatab_Callback(void* refcon, void* values, int offset, int max) {
 int CallUserSetDatai_Callback(void* refcon, int value) {
     PythonGuard guard;
     return VL_CallUser(kSetDatai, VL_RecordFromBlock(refcon, VL_IntSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(Oi)", ref, value);
+        return VL_MakeTuple(ref, value);  // "(Oi)"
     }, VL_ResultNone);
 }
 int CallUserSetDataf_Callback(void* refcon, float value) {
     PythonGuard guard;
     return VL_CallUser(kSetDataf, VL_RecordFromBlock(refcon, VL_FloatSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(Of)", ref, value);
+        return VL_MakeTuple(ref, value);  // "(Of)"
     }, VL_ResultNone);
 }
 int CallUserSetDatad_Callback(void* refcon, double value) {
     PythonGuard guard;
     return VL_CallUser(kSetDatad, VL_RecordFromBlock(refcon, VL_DoubleSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(Od)", ref, value);
+        return VL_MakeTuple(ref, value);  // "(Od)"
     }, VL_ResultNone);
 }
 int CallUserSetDatavi_Callback(void* refcon, int* values, int offset, int count) {

@@ -3,6 +3,8 @@
 // every Python error into a printed traceback and the kind's fixed value.
 #pragma once
 
+#include <climits>
+#include <cstddef>
 #include <cstdint>
 
 #include "callbacks/Registry.h"
@@ -27,22 +29,62 @@ inline PyObject* VL_RefconObject(const _CallbackListEntry* record) {
     return VL_IntFromLong(static_cast<long>(reinterpret_cast<std::intptr_t>(record->refcon)));
 }
 
-// The result formats: "i", "f", "d", or none. A result of another type gives 0.
-inline int VL_ResultInt(PyObject* result) {
-    int value = 0;
-    if (!PyArg_Parse(result, "i", &value)) PyErr_Print();
-    return value;
+// The argument tuple, each C value made into its Python object as Py_BuildValue's format
+// would ("f"/"d" a float, "i"/"b"/"l" an int, "O" the object itself, "N" taken over),
+// without parsing a format string on every call. Null (with the error set) on failure.
+inline PyObject* VL_Object(double value) { return PyFloat_FromDouble(value); }
+inline PyObject* VL_Object(float value) { return PyFloat_FromDouble(value); }
+inline PyObject* VL_Object(int value) { return VL_IntFromLong(value); }
+inline PyObject* VL_Object(long value) { return VL_IntFromLong(value); }
+inline PyObject* VL_Object(PyObject* object) {
+    Py_XINCREF(object);
+    return object;
 }
-inline float VL_ResultFloat(PyObject* result) {
-    float value = 0.0f;
-    if (!PyArg_Parse(result, "f", &value)) PyErr_Print();
-    return value;
+// An object made for the tuple alone ("N"): its reference is taken over.
+struct VL_New {
+    PyObject* object;
+};
+inline PyObject* VL_Object(VL_New item) { return item.object; }
+
+template <typename... Items>
+PyObject* VL_MakeTuple(Items... items) {
+    PyObject* objects[] = {VL_Object(items)...};
+    PyObject* tuple = nullptr;
+    bool complete = true;
+    for (PyObject* object : objects) complete = complete && object;
+    if (complete) tuple = PyTuple_New(sizeof...(Items));
+    for (std::size_t i = 0; i < sizeof...(Items); ++i) {
+        if (tuple) PyTuple_SET_ITEM(tuple, i, objects[i]);
+        else Py_XDECREF(objects[i]);
+    }
+    return tuple;
+}
+
+// The result formats "i", "f" and "d", as PyArg_Parse converts them but without parsing
+// a format on every call: a result of another type gives 0 and its error is printed.
+inline bool VL_ResultFailed() {
+    if (!PyErr_Occurred()) return false;
+    PyErr_Print();
+    return true;
+}
+inline int VL_ResultInt(PyObject* result) {
+    if (PyFloat_Check(result)) {
+        PyErr_SetString(PyExc_TypeError, "integer argument expected, got float");
+        return VL_ResultFailed(), 0;
+    }
+    long value = PyLong_AsLong(result);
+    if (value == -1 && VL_ResultFailed()) return 0;
+    if (value < INT_MIN || value > INT_MAX) {
+        PyErr_SetString(PyExc_OverflowError, "signed integer is out of range");
+        return VL_ResultFailed(), 0;
+    }
+    return static_cast<int>(value);
 }
 inline double VL_ResultDouble(PyObject* result) {
-    double value = 0.0;
-    if (!PyArg_Parse(result, "d", &value)) PyErr_Print();
-    return value;
+    double value = PyFloat_AsDouble(result);
+    return value == -1.0 && VL_ResultFailed() ? 0.0 : value;
 }
+inline float VL_ResultFloat(PyObject* result) { return static_cast<float>(VL_ResultDouble(result)); }
 // Kinds whose SDK callback returns nothing.
 inline int VL_ResultNone(PyObject*) { return 1; }
 

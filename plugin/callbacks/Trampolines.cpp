@@ -55,28 +55,28 @@ float CallUserFlightLoopCallback(float sinceLastCall, float sinceLastFlightLoop,
                                  void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kFlightLoop, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return Py_BuildValue("(ffiO)", sinceLastCall, sinceLastFlightLoop, counter, ref);
+        return VL_MakeTuple(sinceLastCall, sinceLastFlightLoop, counter, ref);  // "(ffiO)"
     }, VL_ResultFloat);
 }
 
 int CallUserDrawCallback(XPLMDrawingPhase phase, int isBefore, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kDraw, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return Py_BuildValue("(iiO)", phase, isBefore, ref);
+        return VL_MakeTuple(phase, isBefore, ref);  // "(iiO)"
     }, VL_ResultInt);
 }
 
 int CallUserKeySnifferCallback(char key, XPLMKeyFlags flags, char virtualKey, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kKeySniffer, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return Py_BuildValue("(biiO)", SignedChar(key), flags, UnsignedChar(virtualKey), ref);
+        return VL_MakeTuple(SignedChar(key), flags, UnsignedChar(virtualKey), ref);  // "(biiO)"
     }, VL_ResultInt);
 }
 
 int CallUserHotKeyCallback(void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kHotKey, VL_RecordFromCell(refcon),
-                       [&](PyObject* ref) { return Py_BuildValue("(O)", ref); }, VL_ResultNone);
+                       [&](PyObject* ref) { return VL_MakeTuple(ref); }, VL_ResultNone);
 }
 
 // The menu's reference value is the cell; the item's is the script's own integer.
@@ -84,7 +84,7 @@ int CallUserMenuCallback(void* menuRefcon, void* itemRefcon) {
     PythonGuard guard;
     return VL_CallUser(kMenu, VL_RecordFromCell(menuRefcon), [&](PyObject* ref) {
         long item = static_cast<long>(reinterpret_cast<std::intptr_t>(itemRefcon));
-        return Py_BuildValue("(ON)", ref, VL_IntFromLong(item));
+        return VL_MakeTuple(ref, item);  // "(OO)"
     }, VL_ResultNone);
 }
 
@@ -92,40 +92,40 @@ int CallUserCommandCallback(XPLMCommandRef command, XPLMCommandPhase phase, void
     PythonGuard guard;
     return VL_CallUser(kCommand, VL_RecordFromCell(refcon), [&](PyObject* ref) {
         int handle = static_cast<int>(reinterpret_cast<std::intptr_t>(command));
-        return Py_BuildValue("(iiO)", handle, phase, ref);
+        return VL_MakeTuple(handle, phase, ref);  // "(iiO)"
     }, VL_ResultInt);
 }
 
 int CallUserPlanesAvailableCallback(void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kPlanesAvailable, VL_RecordFromCell(refcon),
-                       [&](PyObject* ref) { return Py_BuildValue("(O)", ref); }, VL_ResultNone);
+                       [&](PyObject* ref) { return VL_MakeTuple(ref); }, VL_ResultNone);
 }
 
 int CallUserSharedDataCallback(void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kSharedData, VL_RecordFromCell(refcon),
-                       [&](PyObject* ref) { return Py_BuildValue("(O)", ref); }, VL_ResultNone);
+                       [&](PyObject* ref) { return VL_MakeTuple(ref); }, VL_ResultNone);
 }
 
 int CallUserObjectLoadedCallback(XPLMObjectRef object, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kObjectLoaded, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return Py_BuildValue("(NO)", Handle(object), ref);
+        return VL_MakeTuple(VL_New{Handle(object)}, ref);  // "(OO)"
     }, VL_ResultNone);
 }
 
 int CallUserFeatureEnumeratorCallback(const char* feature, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kFeatureEnumerator, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return Py_BuildValue("(NO)", VL_TextFromString(feature), ref);
+        return VL_MakeTuple(VL_New{VL_TextFromString(feature)}, ref);  // "(sO)"
     }, VL_ResultNone);
 }
 
 int CallUserLibraryEnumeratorCallback(const char* filePath, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kLibraryEnumerator, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return Py_BuildValue("(NO)", VL_TextFromString(filePath), ref);
+        return VL_MakeTuple(VL_New{VL_TextFromString(filePath)}, ref);  // "(sO)"
     }, VL_ResultNone);
 }
 
@@ -136,12 +136,12 @@ int CallUserCameraControlCallback(XPLMCameraPosition_t* position, int isLosingCo
     PythonGuard guard;
     PyObject* list = nullptr;
     int keep = VL_CallUser(kCameraControl, VL_RecordFromCell(refcon), [&](PyObject* ref) -> PyObject* {
-        if (!position) return Py_BuildValue("(liO)", 0L, isLosingControl, ref);
+        if (!position) return VL_MakeTuple(0L, isLosingControl, ref);  // "(liO)"
         list = PyList_New(kPositionFields);
         if (!list) return nullptr;
         for (int i = 0; i < kPositionFields; ++i)
             PyList_SET_ITEM(list, i, PyFloat_FromDouble(*PositionField(position, i)));
-        return Py_BuildValue("(OiO)", list, isLosingControl, ref);
+        return VL_MakeTuple(list, isLosingControl, ref);  // "(OiO)"
     }, [&](PyObject* result) {
         int value = VL_ResultInt(result);
         if (!list) return value;
@@ -163,7 +163,7 @@ int CallUserCameraControlCallback(XPLMCameraPosition_t* position, int isLosingCo
 int CallUserDrawWindowCallback(XPLMWindowID window, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kDrawWindow, VL_RecordFromBlock(refcon, VL_DrawWindowSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(NO)", Handle(window), ref);
+        return VL_MakeTuple(VL_New{Handle(window)}, ref);  // "(OO)"
     }, VL_ResultNone);
 }
 
@@ -171,7 +171,7 @@ int CallUserMouseClickCallback(XPLMWindowID window, int x, int y, XPLMMouseStatu
                                void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kMouseClick, VL_RecordFromBlock(refcon, VL_MouseClickSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(NiiiO)", Handle(window), x, y, status, ref);
+        return VL_MakeTuple(VL_New{Handle(window)}, x, y, status, ref);  // "(OiiiO)"
     }, VL_ResultInt);
 }
 
@@ -179,15 +179,15 @@ int CallUserKeyCallback(XPLMWindowID window, char key, XPLMKeyFlags flags, char 
                         void* refcon, int losingFocus) {
     PythonGuard guard;
     return VL_CallUser(kKey, VL_RecordFromBlock(refcon, VL_KeySlot), [&](PyObject* ref) {
-        return Py_BuildValue("(NiiiOi)", Handle(window), SignedChar(key), flags,
-                             SignedChar(virtualKey), ref, losingFocus);
+        return VL_MakeTuple(VL_New{Handle(window)}, SignedChar(key), flags,  // "(OiiiOi)"
+                            SignedChar(virtualKey), ref, losingFocus);
     }, VL_ResultNone);
 }
 
 int CallUserCursorStatusCallback(XPLMWindowID window, int x, int y, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kCursorStatus, VL_RecordFromBlock(refcon, VL_CursorStatusSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(NiiO)", Handle(window), x, y, ref);
+        return VL_MakeTuple(VL_New{Handle(window)}, x, y, ref);  // "(OiiO)"
     }, VL_ResultInt);
 }
 
@@ -195,7 +195,7 @@ int CallUserMouseWheelCallback(XPLMWindowID window, int x, int y, int wheel, int
                                void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kMouseWheel, VL_RecordFromBlock(refcon, VL_MouseWheelSlot), [&](PyObject* ref) {
-        return Py_BuildValue("(NiiiiO)", Handle(window), x, y, wheel, clicks, ref);
+        return VL_MakeTuple(VL_New{Handle(window)}, x, y, wheel, clicks, ref);  // "(OiiiiO)"
     }, VL_ResultInt);
 }
 
@@ -204,7 +204,7 @@ int CallUserMouseWheelCallback(XPLMWindowID window, int x, int y, int wheel, int
 int CallUserErrorCallback(const _CallbackListEntry* record, const char* message) {
     PythonGuard guard;
     return VL_CallUser(kError, record, [&](PyObject*) {
-        return Py_BuildValue("(N)", VL_TextFromString(message));
+        return VL_MakeTuple(VL_New{VL_TextFromString(message)});  // "(s)"
     }, VL_ResultNone);
 }
 
@@ -227,9 +227,9 @@ int CallUserWidgetCallback(XPWidgetMessage message, XPWidgetID widget, intptr_t 
     if (!record) return kWidgetNotInList;
     if (!VL_IsScriptActive(record->scriptId, record->generation)) return kWidget.inactive;
     return VL_CallPython(kWidget, record->callable, [&]() {
-        return Py_BuildValue("(iNNN)", message, Handle(widget),
-                             Handle(reinterpret_cast<void*>(param1)),
-                             Handle(reinterpret_cast<void*>(param2)));
+        return VL_MakeTuple(message, VL_New{Handle(widget)},  // "(iOOO)"
+                            VL_New{Handle(reinterpret_cast<void*>(param1))},
+                            VL_New{Handle(reinterpret_cast<void*>(param2))});
     }, VL_ResultInt);
 }
 

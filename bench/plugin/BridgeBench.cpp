@@ -1,0 +1,181 @@
+// Cost of crossing between the simulator and Python, each against its floor measured in
+// the same run: (a) one flight-loop dispatch through VL_FlightLoopCallback into a bound
+// method returning a float, against calling that method from C with a prebuilt tuple;
+// (b) XPLMGetDataf(ref) called from Python, against a C function that only parses its
+// one argument, in the same Python loop.
+
+#include <benchmark/benchmark.h>
+#include <stdlib.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "callbacks/Trampolines.h"
+#include "core/Lifecycle.h"
+#include "core/PythonGuard.h"
+#include "driver.h"
+
+namespace {
+
+using namespace vorlith;
+
+constexpr const char* kScript = R"(
+from XPLMDataAccess import *
+import BenchFloor
+
+
+class Vorlith:
+    def XPluginStart(self):
+        self.ref = XPLMFindDataRef("sim/cockpit/autopilot/altitude")
+        return "VL_Bench", "vorlith.bench", "benchmark target"
+
+    def XPluginStop(self):
+        pass
+
+    def XPluginEnable(self):
+        return 1
+
+    def XPluginDisable(self):
+        pass
+
+    def XPluginReceiveMessage(self, sender, message, param):
+        pass
+
+    def Loop(self, sinceLastCall, sinceLastLoop, counter, refcon):
+        return 1.0
+
+    def GetDataf(self, n):
+        get, ref = XPLMGetDataf, self.ref
+        for i in range(n):
+            get(ref)
+
+    def Floor(self, n):
+        get, ref = BenchFloor.parse_one, self.ref
+        for i in range(n):
+            get(ref)
+)";
+
+// The floor of a binding: parses one object argument, as every binding does, and no more.
+PyObject* ParseOne(PyObject*, PyObject* args) {
+    PyObject* object;
+    if (!PyArg_ParseTuple(args, "O", &object)) return nullptr;
+    Py_RETURN_NONE;
+}
+PyMethodDef kFloorMethods[] = {
+    {"parse_one", ParseOne, METH_VARARGS, "Parses one argument."},
+    {nullptr, nullptr, 0, nullptr},
+};
+
+// The simulator, the interpreter and the script, for as long as the benchmarks run.
+struct Session {
+    Session() {
+        char pattern[] = "/tmp/vorlith-bench-XXXXXX";
+        if (mkdtemp(pattern)) root = pattern;
+        std::string scripts = root + "/Resources/plugins/PythonScripts";
+        std::filesystem::create_directories(scripts);
+        std::ofstream(scripts + "/VL_Bench.py") << kScript;
+        xpsim::Options options;
+        options.root = root;
+        std::string error;
+        if (!xpsim::driver::start(options, &error)) std::fprintf(stderr, "xpsim: %s\n", error.c_str());
+        VLTestTable = new VL_ScriptTable;
+        {
+            // The floor module must exist before the script imports it.
+            Py_Initialize();
+            PythonGuard::releaseAfterStart();
+            PythonGuard guard;
+            VL_CreateModule("BenchFloor", kFloorMethods);
+        }
+        StartPython(0);
+        PythonGuard guard;
+        script = VLTestTable->GetScriptTableSize() == 1 ? VLTestTable->GetScriptId(0) : nullptr;
+        if (!script) {
+            std::fprintf(stderr, "the benchmark script did not load: see %s/VorlithLog.txt\n", scripts.c_str());
+            std::exit(1);
+        }
+        loop = PyObject_GetAttrString(script, "Loop");
+        cell = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, loop, nullptr);
+    }
+    ~Session() {
+        {
+            PythonGuard guard;
+            Py_XDECREF(loop);
+        }
+        StopPython(0);
+        delete VLTestTable;
+        VLTestTable = nullptr;
+        xpsim::driver::shutdown();
+        std::error_code ignored;
+        std::filesystem::remove_all(root, ignored);
+    }
+    std::string root;
+    PyObject* script = nullptr;
+    PyObject* loop = nullptr;
+    _CallbackList* cell = nullptr;
+};
+
+Session& session() {
+    static Session s;
+    return s;
+}
+
+// (a) As the simulator calls it: from outside Python, so the guard takes the interpreter
+// lock and gives it back around every call.
+void BM_FlightLoopDispatch(benchmark::State& state) {
+    void* cell = session().cell;
+    int counter = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+}
+BENCHMARK(BM_FlightLoopDispatch);
+
+// (a) The same, nested in a call that already holds the lock (a flight loop dispatched
+// while Python runs, e.g. from a binding that calls back).
+void BM_FlightLoopDispatchInsideGuard(benchmark::State& state) {
+    void* cell = session().cell;
+    PythonGuard guard;
+    int counter = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+}
+BENCHMARK(BM_FlightLoopDispatchInsideGuard);
+
+// (a) The floor: the same bound method called from C with a prebuilt tuple.
+void BM_FlightLoopFloor(benchmark::State& state) {
+    PythonGuard guard;
+    PyObject* args = Py_BuildValue("(ffiO)", 0.5, 0.25, 1, Py_None);
+    for (auto _ : state) {
+        PyObject* result = PyObject_Call(session().loop, args, nullptr);
+        benchmark::DoNotOptimize(PyFloat_AsDouble(result));
+        Py_DECREF(result);
+    }
+    Py_DECREF(args);
+}
+BENCHMARK(BM_FlightLoopFloor);
+
+// (b) One Python call per item; each benchmark iteration runs a loop of 1000.
+void RunPythonLoop(benchmark::State& state, const char* method) {
+    PythonGuard guard;
+    PyObject* run = PyObject_GetAttrString(session().script, method);
+    PyObject* args = Py_BuildValue("(i)", 1000);
+    for (auto _ : state) {
+        PyObject* result = PyObject_Call(run, args, nullptr);
+        if (!result) {
+            PyErr_Print();
+            state.SkipWithError("the Python loop failed");
+            break;
+        }
+        Py_DECREF(result);
+    }
+    state.SetItemsProcessed(state.iterations() * 1000);
+    Py_DECREF(args);
+    Py_DECREF(run);
+}
+void BM_GetDatafFromPython(benchmark::State& state) { RunPythonLoop(state, "GetDataf"); }
+void BM_ParseOneFromPython(benchmark::State& state) { RunPythonLoop(state, "Floor"); }
+BENCHMARK(BM_GetDatafFromPython);
+BENCHMARK(BM_ParseOneFromPython);
+
+}  // namespace
+
+BENCHMARK_MAIN();
