@@ -104,8 +104,10 @@ void handleKey(XPLMWindowID window, char key, XPLMKeyFlags flags, char virtualKe
     XPWidgetID focus = XPGetWidgetWithFocus();
     if (!focus) return;
     XPKeyState_t state{key, flags, virtualKey};
-    // Keys nobody in the chain consumes end here: an XPLM window cannot hand them on.
-    dispatch(focus, xpMsg_KeyPress, xpMode_UpChain, reinterpret_cast<intptr_t>(&state), 0);
+    // A key nobody in the chain consumes goes to X-Plane. A filter may have rewritten it
+    // on the way; X-Plane gets it as the user typed it.
+    if (!dispatch(focus, xpMsg_KeyPress, xpMode_UpChain, reinterpret_cast<intptr_t>(&state), 0))
+        hostapi::passKeyToSimulator(key, flags, virtualKey);
 }
 
 XPLMCursorStatus handleCursor(XPLMWindowID window, int x, int y, void* refcon) {

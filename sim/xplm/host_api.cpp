@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "display_state.h"
 #include "host.h"
 
 namespace xpsim {
@@ -29,6 +30,8 @@ int swapCurrentPlugin(int plugin) {
 void reportError(const char* message) { Host::get().reportError("%s", message ? message : ""); }
 
 void log(const std::string& line) { Host::get().log(line); }
+
+void passKeyToSimulator(char, int flags, char virtualKey) { display::callHotKeys(virtualKey, flags); }
 
 void addLibraryHooks(const LibraryHooks& hooks) { libraryHooks().push_back(hooks); }
 

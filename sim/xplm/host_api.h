@@ -18,6 +18,10 @@ XPSIM_API void reportError(const char* message);
 // Host::log: one line into <root>/Log.txt.
 XPSIM_API void log(const std::string& line);
 
+// A key that the library's focused window got but nobody in it wanted goes on to the
+// simulator, as if no window had the keyboard: its hot keys.
+XPSIM_API void passKeyToSimulator(char key, int flags, char virtualKey);
+
 // A library's share of the host's lifecycle: forgetPlugin runs when a plug-in is
 // unloaded, reset when the run is reset (driver::start, driver::shutdown).
 struct LibraryHooks {

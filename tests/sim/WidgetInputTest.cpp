@@ -379,3 +379,37 @@ TEST_F(WidgetFormTest, TextFieldScrollsToKeepTheCaretInView) {
 
 }  // namespace
 }  // namespace xpsim::test
+
+namespace xpsim::test {
+namespace {
+
+TEST_F(WidgetFormTest, KeysNobodyInTheChainTakesGoOnToTheSimulatorsHotKeys) {
+    static int fired;
+    fired = 0;
+    XPLMRegisterHotKey(XPLM_VK_F5, xplm_DownFlag, "test", [](void*) { ++fired; }, nullptr);
+    XPLMRegisterHotKey(XPLM_VK_A, xplm_DownFlag, "test", [](void*) { ++fired; }, nullptr);
+    XPSetKeyboardFocus(field);
+    key(0, XPLM_VK_F5);
+    EXPECT_EQ(fired, 1);
+    key('a', XPLM_VK_A);
+    EXPECT_EQ(fired, 1) << "typed into the field";
+    EXPECT_EQ(descriptorOf(field), "a");
+}
+
+TEST_F(WidgetFormTest, TheClipPropertyBracketsTheWidgetsDrawingWithItsExposedBox) {
+    XPSetWidgetGeometry(field, 120, 500, 600, 480);  // sticks out of the form on the right
+    XPSetWidgetProperty(field, xpProperty_Clip, 1);
+    driver::runFrames(1);
+    Strings kinds;
+    for (const DrawItem& i : driver::drawList()) {
+        if (i.kind == "clip") {
+            EXPECT_EQ((std::vector<int>{i.x, i.y, i.right, i.bottom}), (std::vector<int>{120, 500, 500, 480}));
+        }
+        if (i.kind == "clip" || i.kind == "unclip" || i.kind == "element") kinds.push_back(i.kind + " " + i.text);
+    }
+    EXPECT_EQ(kinds, (Strings{"element WindowCloseBox", "element WindowCloseBox", "element PushButton",
+                              "element CheckBox", "clip ", "element TextField", "unclip "}));
+}
+
+}  // namespace
+}  // namespace xpsim::test
