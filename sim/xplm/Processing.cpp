@@ -44,6 +44,10 @@ struct FlightLoops {
     double lastDispatchTime = 0.0;
     void* calling = nullptr;                // the loop whose callback runs now
     bool dispatching = false;
+    // Counts removals: while it stands still, pointers into the table stay valid (it
+    // only reuses freed slots) and `order` holds no dead handles.
+    unsigned long removals = 0;
+    unsigned long removalsAtCompaction = 0;
 };
 
 FlightLoops gLoops;
@@ -65,6 +69,8 @@ struct ScheduleRequests {
 ScheduleRequests gRequests;
 
 void dropDeadHandles() {
+    if (gLoops.removals == gLoops.removalsAtCompaction) return;
+    gLoops.removalsAtCompaction = gLoops.removals;
     for (auto& order : gLoops.order) {
         order.erase(std::remove_if(order.begin(), order.end(),
                                    [](void* h) { return !gLoops.table.contains(h); }),
@@ -74,6 +80,7 @@ void dropDeadHandles() {
 
 void removeLoop(void* handle) {
     gLoops.table.remove(handle);
+    ++gLoops.removals;
     if (!gLoops.dispatching) dropDeadHandles();
 }
 
@@ -162,6 +169,7 @@ void runPhase(int phase, double now, long long cycle, float sinceLastLoop) {
         loop->lastCallTime = now;
         loop->lastCallLoop = cycle;
         loop->due = FlightLoop::Due::Never;
+        const unsigned long removalsBefore = gLoops.removals;
         float next;
         {
             CallingPlugin calling(loop->plugin);
@@ -169,7 +177,7 @@ void runPhase(int phase, double now, long long cycle, float sinceLastLoop) {
             next = loop->callback(sinceLastCall, sinceLastLoop, static_cast<int>(cycle), loop->refcon);
             gLoops.calling = nullptr;
         }
-        loop = gLoops.table.get(handle);
+        if (gLoops.removals != removalsBefore) loop = gLoops.table.get(handle);
         if (loop) schedule(*loop, next, true);
     }
 }
@@ -196,7 +204,10 @@ void flightLoopFrame() {
 
 void forgetPluginProcessing(int plugin) {
     gLoops.table.forEach([plugin](void* handle, FlightLoop& loop) {
-        if (loop.plugin == plugin) gLoops.table.remove(handle);
+        if (loop.plugin == plugin) {
+            gLoops.table.remove(handle);
+            ++gLoops.removals;
+        }
     });
     if (!gLoops.dispatching) dropDeadHandles();
 }
@@ -204,6 +215,7 @@ void forgetPluginProcessing(int plugin) {
 void resetProcessing() {
     gLoops.table.clear();
     for (auto& order : gLoops.order) order.clear();
+    gLoops.removalsAtCompaction = ++gLoops.removals;
     gLoops.lastDispatchLoop = -1;
     gLoops.lastDispatchTime = 0.0;
     gLoops.calling = nullptr;
