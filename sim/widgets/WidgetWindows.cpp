@@ -160,6 +160,11 @@ void destroyRootWindow(Widget& w) {
     XPLMDestroyWindow(window);
 }
 
+void forgetRootWindow(Widget& w) {
+    if (gFocusWindow == w.window) gFocusWindow = nullptr;
+    w.window = nullptr;
+}
+
 void syncRootWindow(XPWidgetID id) {
     Widget* w = find(id);
     if (!w || !w->window) return;

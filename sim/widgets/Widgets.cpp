@@ -336,7 +336,8 @@ void forgetPlugin(int plugin) {
             p->children.erase(std::remove(p->children.begin(), p->children.end(), id), p->children.end());
         if (gFocus == id) gFocus = nullptr;
         forgetMouseCapture(id);
-        gTable.remove(id);  // its window belongs to the plug-in too and goes with it
+        forgetRootWindow(*w);  // the window belongs to the plug-in too and goes with it
+        gTable.remove(id);
     }
 }
 

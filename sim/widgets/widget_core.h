@@ -70,6 +70,7 @@ std::vector<XPWidgetID> allWidgets();
 // Root windows (WidgetWindows.cpp).
 void createRootWindow(XPWidgetID id);
 void destroyRootWindow(Widget& w);
+void forgetRootWindow(Widget& w);  // the window is already gone (its plug-in was unloaded)
 void syncRootWindow(XPWidgetID id);  // geometry and visibility follow the root widget
 void takeWindowFocus(XPWidgetID id);  // the XPLM keyboard focus for id's root, or X-Plane for null
 void forgetMouseCapture(XPWidgetID id);

@@ -246,6 +246,10 @@ TEST_F(WidgetFormTest, MainWindowDragsWithItsChildrenByTheTitleBarAndReportsClos
     EXPECT_EQ(t, 490);
     EXPECT_EQ(property(form, xpProperty_Dragging), 0);
     EXPECT_EQ(messagesOf("Field"), (Strings{"Field Reshape Field", "Field ExposedChanged 0"}));
+    driver::runFrames(1);
+    DrawItem window = drawn("window").at(0);  // the host's own record of the root's window
+    EXPECT_EQ((std::vector<int>{window.x, window.y, window.right, window.bottom}),
+              (std::vector<int>{120, 590, 520, 190}));
 
     calls().clear();
     click(120 + 3, 590 - 3);  // the left close box

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "widget_driver.h"
 #include "widget_test_util.h"
 
 namespace xpsim::test {
@@ -199,12 +200,21 @@ TEST_F(WidgetPluginTest, TheCloseBoxLetsThePluginDestroyTheWholeForm) {
     EXPECT_EQ(errorsMentioning("invalid"), 0);
 }
 
-TEST_F(WidgetPluginTest, UnloadingThePluginForgetsItsWidgets) {
+TEST_F(WidgetPluginTest, UnloadingThePluginForgetsTheWidgetsItLeftBehind) {
+    std::ofstream(root + "/Resources/plugins/WidgetForm/keep_widgets") << "";
+    click(190, 560);  // its text field has the keyboard
+    driver::mouseDown(140, 530);  // and its OK button the mouse
+    driver::runFrames(1);
     driver::reloadPlugins();
+    driver::mouseUp(140, 530);
+    type("x");
     driver::runFrames(2);
+    plugin = driver::findPluginBySignature("xpsim.test.WidgetForm");
+    EXPECT_TRUE(contains(report(), "focus 0"));
     int windows = 0;
     for (const DrawItem& i : drawn("window")) windows += i.text == "MainWindow";
     EXPECT_EQ(windows, 1) << "the old form is gone, the reloaded plug-in built a new one";
+    EXPECT_EQ(widgets::widgetTree().size(), 15u);
     EXPECT_EQ(errorsMentioning("invalid"), 0);
 }
 

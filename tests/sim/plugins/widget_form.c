@@ -251,7 +251,8 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
 }
 
 PLUGIN_API void XPluginStop(void) {
-    if (gForm) XPDestroyWidget(gForm, 1);
+    /* keep_widgets: leave the form behind, for the host to clean up. */
+    if (gForm && !folderHasFile("keep_widgets")) XPDestroyWidget(gForm, 1);
     gForm = NULL;
 }
 
