@@ -26,17 +26,45 @@ TEST_F(PluginTest, StdoutGoesToTheOutputFileAndStderrToTheLogCutAt4095Bytes) {
     EXPECT_NE(output.find("raw \xff\xfe bytes\n"), std::string::npos) << "bytes are written as they are";
 }
 
-TEST_F(PluginTest, IniFileIsFoundWithEveryKindOfLineEnd) {
+TEST_F(PluginTest, IniSwitchesTakeEffectWithEveryKindOfLineEnd) {
+    AddScript("VL_LeavesFlightLoop.py");
     for (const char* end : {"\n", "\r", "\r\n", "\n\r"}) {
         SCOPED_TRACE(testing::Message() << "line end " << (end[0] == '\n' ? "LF" : "CR") << (end[1] ? "+" : ""));
-        std::string ini = std::string("[DEBUG]") + end + "DebugCallbacks = 1" + end + "CheckCallbacks = 0" + end;
-        WriteIni(ini);
+        WriteIni(std::string("[DEBUG]") + end + "DebugCallbacks = 1" + end + "CheckCallbacks = 1" + end);
         StartSim();
         StopSim();
         std::string log = Log();
         EXPECT_EQ(CountOf(log, "Vorlith.ini file found\n"), 1) << log;
+        // DebugCallbacks traces the registration, CheckCallbacks reports what was left.
+        EXPECT_NE(log.find("XPLMRegisterFlightLoopCallback\n"), std::string::npos) << log;
+        std::size_t finalized = log.find("After Py_Finalize()\n");
+        EXPECT_NE(log.find("FlightLoopCallbackList size = 1\n"
+                           "Script 'Leaves a flight loop.py.'\n"
+                           "Mismatch of callback creation and destruction.\n",
+                           finalized),
+                  std::string::npos)
+            << log;
         std::remove((ScriptsFolder() + "/VorlithLog.txt").c_str());
     }
+}
+
+TEST_F(PluginTest, IniSwitchesOffOrMissingFileTraceAndCheckNothing) {
+    AddScript("VL_LeavesFlightLoop.py");
+    WriteIni("[DEBUG]\rDebugCallbacks = 0\rCheckCallbacks = 0\r");
+    StartSim();
+    StopSim();
+    std::string log = Log();
+    EXPECT_NE(log.find("Vorlith.ini file found\n"), std::string::npos) << log;
+    EXPECT_EQ(log.find("XPLMRegisterFlightLoopCallback"), std::string::npos) << log;
+    EXPECT_EQ(log.find("Mismatch"), std::string::npos) << log;
+
+    std::remove((root + "/Resources/plugins/Vorlith/Vorlith.ini").c_str());
+    std::remove((ScriptsFolder() + "/VorlithLog.txt").c_str());
+    StartSim();
+    StopSim();
+    log = Log();
+    EXPECT_NE(log.find("Vorlith.ini file not found\n"), std::string::npos) << log;
+    EXPECT_EQ(log.find("Mismatch"), std::string::npos) << log;
 }
 
 }  // namespace

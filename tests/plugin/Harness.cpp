@@ -67,6 +67,11 @@ void PluginTest::AddScript(const std::string& file, const std::string& as) {
                   fs::copy_options::overwrite_existing);
 }
 
+void PluginTest::AddExample(const std::string& file) {
+    fs::copy_file(fs::path(VORLITH_EXAMPLES) / file, fs::path(ScriptsFolder()) / file,
+                  fs::copy_options::overwrite_existing);
+}
+
 void PluginTest::WriteScript(const std::string& file, const std::string& text) {
     std::ofstream(ScriptsFolder() + "/" + file, std::ios::binary) << text;
 }

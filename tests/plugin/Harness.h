@@ -27,6 +27,8 @@ protected:
 
     // Copies tests/plugin/scripts/<file> into the scripts folder (as `as` when given).
     void AddScript(const std::string& file, const std::string& as = "");
+    // Copies examples/<file> into the scripts folder, as the demo does.
+    void AddExample(const std::string& file);
     void WriteScript(const std::string& file, const std::string& text);
     void WriteIni(const std::string& text);
     void RemoveScriptsFolder();

@@ -1,0 +1,38 @@
+// The example scripts users start from, run as the demo runs them.
+
+#include "Harness.h"
+#include "XPLMDataAccess.h"
+
+namespace vorlith::test {
+namespace {
+
+TEST_F(PluginTest, FlightMonitorExamplePrintsOneLineEverySecond) {
+    AddExample("VL_FlightMonitor.py");
+    StartSim();
+    RunSeconds(3);
+    std::vector<std::string> lines = SplitLines(Output());
+    ASSERT_EQ(lines.size(), 3u) << Output() << Log();
+    EXPECT_EQ(lines[0].rfind("t=  1.0 s  lat ", 0), 0u) << lines[0];
+    EXPECT_EQ(lines[2].rfind("t=  3.0 s  lat ", 0), 0u) << lines[2];
+    EXPECT_NE(lines[0].find(" IAS "), std::string::npos);
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, OwnDatarefExamplePublishesACounterOthersCanReadAndWrite) {
+    AddExample("VL_OwnDataref.py");
+    StartSim();
+    RunSeconds(2);
+    EXPECT_EQ(Output(), "vorlith/examples/counter reads 1\nvorlith/examples/counter reads 2\n") << Log();
+    // Another plug-in (here the test itself) sees the script's value and can change it.
+    XPLMDataRef counter = XPLMFindDataRef("vorlith/examples/counter");
+    ASSERT_NE(counter, nullptr);
+    EXPECT_EQ(XPLMGetDatai(counter), 2);
+    XPLMSetDatai(counter, 40);
+    RunSeconds(1);
+    EXPECT_NE(Output().find("vorlith/examples/counter reads 41\n"), std::string::npos) << Output();
+    StopSim();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+}  // namespace
+}  // namespace vorlith::test
