@@ -25,7 +25,7 @@ const VL_CallbackKind<int> kSetDatavi{"Cannot find method UserSetDatavi_Callback
 const VL_CallbackKind<int> kSetDatavf{"Cannot find method UserSetDatavf_Callback\n", 0, 1, 1};
 const VL_CallbackKind<int> kSetDatab{"Cannot find method UserSetDatab_Callback\n", 0, 1, 1};
 
-PyObject* Single(PyObject* ref) { return VL_MakeTuple(ref); }  // "(O)"
+VL_Arguments<1> Single(PyObject* ref) { return VL_Pack(ref); }  // "(O)"
 
 // Element i of the script's list as a number; a non-number gives 0 and its error printed.
 long LongItem(PyObject* list, Py_ssize_t i) {
@@ -54,9 +54,9 @@ int GetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, T* values
              int max, Store store) {
     PythonGuard guard;
     PyObject* list = nullptr;
-    int count = VL_CallUser(kind, VL_RecordFromBlock(refcon, slot), [&](PyObject* ref) -> PyObject* {
-        if (values && !(list = PyList_New(0))) return nullptr;
-        return VL_MakeTuple(ref, list ? list : Py_None, offset, max);  // "(OOii)"
+    int count = VL_CallUser(kind, VL_RecordFromBlock(refcon, slot), [&](PyObject* ref) {
+        if (values && !(list = PyList_New(0))) return VL_Arguments<4>();
+        return VL_Pack(ref, list ? list : Py_None, offset, max);  // "(OOii)"
     }, [&](PyObject* result) {
         int count = std::max(0, VL_ResultInt(result));
         return list ? store(values, list, std::min(max, count), max) : count;
@@ -103,16 +103,16 @@ template <typename T, typename Make>
 int SetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, const T* values,
              int offset, int count, Make make) {
     PythonGuard guard;
-    return VL_CallUser(kind, VL_RecordFromBlock(refcon, slot), [&](PyObject* ref) -> PyObject* {
+    return VL_CallUser(kind, VL_RecordFromBlock(refcon, slot), [&](PyObject* ref) {
         PyObject* list = Py_None;
         Py_INCREF(list);
         if (values) {
             Py_DECREF(list);
             list = PyList_New(std::max(0, count));
-            if (!list) return nullptr;
+            if (!list) return VL_Arguments<4>();
             for (int i = 0; i < count; ++i) PyList_SET_ITEM(list, i, make(values[i]));
         }
-        return VL_MakeTuple(ref, VL_New{list}, offset, count);  // "(OOii)"
+        return VL_Pack(ref, VL_New{list}, offset, count);  // "(OOii)"
     }, VL_ResultNone);
 }
 
@@ -147,19 +147,19 @@ int CallUserGetDatab_Callback(void* refcon, void* values, int offset, int max) {
 int CallUserSetDatai_Callback(void* refcon, int value) {
     PythonGuard guard;
     return VL_CallUser(kSetDatai, VL_RecordFromBlock(refcon, VL_IntSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(ref, value);  // "(Oi)"
+        return VL_Pack(ref, value);  // "(Oi)"
     }, VL_ResultNone);
 }
 int CallUserSetDataf_Callback(void* refcon, float value) {
     PythonGuard guard;
     return VL_CallUser(kSetDataf, VL_RecordFromBlock(refcon, VL_FloatSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(ref, value);  // "(Of)"
+        return VL_Pack(ref, value);  // "(Of)"
     }, VL_ResultNone);
 }
 int CallUserSetDatad_Callback(void* refcon, double value) {
     PythonGuard guard;
     return VL_CallUser(kSetDatad, VL_RecordFromBlock(refcon, VL_DoubleSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(ref, value);  // "(Od)"
+        return VL_Pack(ref, value);  // "(Od)"
     }, VL_ResultNone);
 }
 int CallUserSetDatavi_Callback(void* refcon, int* values, int offset, int count) {

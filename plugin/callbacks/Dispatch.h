@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "callbacks/Registry.h"
 #include "core/Log.h"
@@ -29,35 +30,50 @@ inline PyObject* VL_RefconObject(const _CallbackListEntry* record) {
     return VL_IntFromLong(static_cast<long>(reinterpret_cast<std::intptr_t>(record->refcon)));
 }
 
-// The argument tuple, each C value made into its Python object as Py_BuildValue's format
-// would ("f"/"d" a float, "i"/"b"/"l" an int, "O" the object itself, "N" taken over),
-// without parsing a format string on every call. Null (with the error set) on failure.
+// The arguments of a call, each C value made into its Python object as Py_BuildValue's
+// format would ("f"/"d" a float, "i"/"b"/"l" an int, "O" the object itself, "N" a new
+// object taken over), without a format string parsed or a tuple made on every call.
 inline PyObject* VL_Object(double value) { return PyFloat_FromDouble(value); }
-inline PyObject* VL_Object(float value) { return PyFloat_FromDouble(value); }
 inline PyObject* VL_Object(int value) { return VL_IntFromLong(value); }
 inline PyObject* VL_Object(long value) { return VL_IntFromLong(value); }
 inline PyObject* VL_Object(PyObject* object) {
     Py_XINCREF(object);
     return object;
 }
-// An object made for the tuple alone ("N"): its reference is taken over.
+// An object made for the call alone ("N"): its reference is taken over.
 struct VL_New {
     PyObject* object;
 };
 inline PyObject* VL_Object(VL_New item) { return item.object; }
 
-template <typename... Items>
-PyObject* VL_MakeTuple(Items... items) {
-    PyObject* objects[] = {VL_Object(items)...};
-    PyObject* tuple = nullptr;
-    bool complete = true;
-    for (PyObject* object : objects) complete = complete && object;
-    if (complete) tuple = PyTuple_New(sizeof...(Items));
-    for (std::size_t i = 0; i < sizeof...(Items); ++i) {
-        if (tuple) PyTuple_SET_ITEM(tuple, i, objects[i]);
-        else Py_XDECREF(objects[i]);
+template <std::size_t N>
+class VL_Arguments {
+public:
+    VL_Arguments() = default;  // a failed set: the error is pending
+    template <typename... Items>
+    explicit VL_Arguments(Items... values) : items_{nullptr, VL_Object(values)...} {
+        ok_ = true;
+        for (std::size_t i = 1; i <= N; ++i) ok_ = ok_ && items_[i];
     }
-    return tuple;
+    VL_Arguments(VL_Arguments&& other) noexcept : ok_(other.ok_) {
+        for (std::size_t i = 0; i <= N; ++i) std::swap(items_[i], other.items_[i]);
+    }
+    VL_Arguments(const VL_Arguments&) = delete;
+    VL_Arguments& operator=(const VL_Arguments&) = delete;
+    ~VL_Arguments() {
+        for (PyObject* item : items_) Py_XDECREF(item);
+    }
+    bool ok() const { return ok_; }
+    PyObject* call(PyObject* callable) { return VL_CallWithArguments(callable, items_ + 1, N); }
+
+private:
+    PyObject* items_[N + 1] = {};  // items_[0] is the callee's to use
+    bool ok_ = false;
+};
+
+template <typename... Items>
+VL_Arguments<sizeof...(Items)> VL_Pack(Items... items) {
+    return VL_Arguments<sizeof...(Items)>(items...);
 }
 
 // The result formats "i", "f" and "d", as PyArg_Parse converts them but without parsing
@@ -88,7 +104,7 @@ inline float VL_ResultFloat(PyObject* result) { return static_cast<float>(VL_Res
 // Kinds whose SDK callback returns nothing.
 inline int VL_ResultNone(PyObject*) { return 1; }
 
-// Calls `callable` with the tuple `build()` makes and converts what it returns; the
+// Calls `callable` with the arguments `build()` makes and converts what it returns; the
 // caller holds the PythonGuard and has checked the script may be called.
 template <typename R, typename Build, typename Convert>
 R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& build,
@@ -101,9 +117,11 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
     // An error an earlier callback left pending would be blamed on this call.
     if (PyErr_Occurred()) PyErr_Print();
     Py_INCREF(callable);  // the callable may unregister itself while it runs
-    PyObject* args = build();
-    PyObject* result = args ? PyObject_Call(callable, args, nullptr) : nullptr;
-    Py_XDECREF(args);
+    PyObject* result = nullptr;
+    {
+        auto args = build();
+        if (args.ok()) result = args.call(callable);
+    }
     Py_DECREF(callable);
     if (!result) {
         if (kind.printFailure) PyErr_Print();
@@ -115,17 +133,16 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
     return value;
 }
 
-// The dispatch of a callback record: `build(refcon)` makes the tuple from the record's
+// The dispatch of a callback record: `build(refcon)` makes the arguments from the record's
 // reference value. The record's fields are read before the call: the call may delete it.
 template <typename R, typename Build, typename Convert>
 R VL_CallUser(const VL_CallbackKind<R>& kind, const _CallbackListEntry* record, Build&& build,
               Convert&& convert) {
     if (!VL_IsRecordActive(record)) return kind.inactive;
-    return VL_CallPython(kind, record->callable, [&]() -> PyObject* {
-        PyObject* refcon = VL_RefconObject(record);
-        if (!refcon) return nullptr;
-        PyObject* args = build(refcon);
-        Py_DECREF(refcon);
+    return VL_CallPython(kind, record->callable, [&] {
+        PyObject* refcon = VL_RefconObject(record);  // null fails the arguments
+        auto args = build(refcon);
+        Py_XDECREF(refcon);
         return args;
     }, convert);
 }

@@ -55,28 +55,28 @@ float CallUserFlightLoopCallback(float sinceLastCall, float sinceLastFlightLoop,
                                  void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kFlightLoop, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return VL_MakeTuple(sinceLastCall, sinceLastFlightLoop, counter, ref);  // "(ffiO)"
+        return VL_Pack(sinceLastCall, sinceLastFlightLoop, counter, ref);  // "(ffiO)"
     }, VL_ResultFloat);
 }
 
 int CallUserDrawCallback(XPLMDrawingPhase phase, int isBefore, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kDraw, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return VL_MakeTuple(phase, isBefore, ref);  // "(iiO)"
+        return VL_Pack(phase, isBefore, ref);  // "(iiO)"
     }, VL_ResultInt);
 }
 
 int CallUserKeySnifferCallback(char key, XPLMKeyFlags flags, char virtualKey, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kKeySniffer, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return VL_MakeTuple(SignedChar(key), flags, UnsignedChar(virtualKey), ref);  // "(biiO)"
+        return VL_Pack(SignedChar(key), flags, UnsignedChar(virtualKey), ref);  // "(biiO)"
     }, VL_ResultInt);
 }
 
 int CallUserHotKeyCallback(void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kHotKey, VL_RecordFromCell(refcon),
-                       [&](PyObject* ref) { return VL_MakeTuple(ref); }, VL_ResultNone);
+                       [&](PyObject* ref) { return VL_Pack(ref); }, VL_ResultNone);
 }
 
 // The menu's reference value is the cell; the item's is the script's own integer.
@@ -84,7 +84,7 @@ int CallUserMenuCallback(void* menuRefcon, void* itemRefcon) {
     PythonGuard guard;
     return VL_CallUser(kMenu, VL_RecordFromCell(menuRefcon), [&](PyObject* ref) {
         long item = static_cast<long>(reinterpret_cast<std::intptr_t>(itemRefcon));
-        return VL_MakeTuple(ref, item);  // "(OO)"
+        return VL_Pack(ref, item);  // "(OO)"
     }, VL_ResultNone);
 }
 
@@ -92,40 +92,40 @@ int CallUserCommandCallback(XPLMCommandRef command, XPLMCommandPhase phase, void
     PythonGuard guard;
     return VL_CallUser(kCommand, VL_RecordFromCell(refcon), [&](PyObject* ref) {
         int handle = static_cast<int>(reinterpret_cast<std::intptr_t>(command));
-        return VL_MakeTuple(handle, phase, ref);  // "(iiO)"
+        return VL_Pack(handle, phase, ref);  // "(iiO)"
     }, VL_ResultInt);
 }
 
 int CallUserPlanesAvailableCallback(void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kPlanesAvailable, VL_RecordFromCell(refcon),
-                       [&](PyObject* ref) { return VL_MakeTuple(ref); }, VL_ResultNone);
+                       [&](PyObject* ref) { return VL_Pack(ref); }, VL_ResultNone);
 }
 
 int CallUserSharedDataCallback(void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kSharedData, VL_RecordFromCell(refcon),
-                       [&](PyObject* ref) { return VL_MakeTuple(ref); }, VL_ResultNone);
+                       [&](PyObject* ref) { return VL_Pack(ref); }, VL_ResultNone);
 }
 
 int CallUserObjectLoadedCallback(XPLMObjectRef object, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kObjectLoaded, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{Handle(object)}, ref);  // "(OO)"
+        return VL_Pack(VL_New{Handle(object)}, ref);  // "(OO)"
     }, VL_ResultNone);
 }
 
 int CallUserFeatureEnumeratorCallback(const char* feature, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kFeatureEnumerator, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{VL_TextFromString(feature)}, ref);  // "(sO)"
+        return VL_Pack(VL_New{VL_TextFromString(feature)}, ref);  // "(sO)"
     }, VL_ResultNone);
 }
 
 int CallUserLibraryEnumeratorCallback(const char* filePath, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kLibraryEnumerator, VL_RecordFromCell(refcon), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{VL_TextFromString(filePath)}, ref);  // "(sO)"
+        return VL_Pack(VL_New{VL_TextFromString(filePath)}, ref);  // "(sO)"
     }, VL_ResultNone);
 }
 
@@ -135,13 +135,13 @@ int CallUserCameraControlCallback(XPLMCameraPosition_t* position, int isLosingCo
                                   void* refcon) {
     PythonGuard guard;
     PyObject* list = nullptr;
-    int keep = VL_CallUser(kCameraControl, VL_RecordFromCell(refcon), [&](PyObject* ref) -> PyObject* {
-        if (!position) return VL_MakeTuple(0L, isLosingControl, ref);  // "(liO)"
+    int keep = VL_CallUser(kCameraControl, VL_RecordFromCell(refcon), [&](PyObject* ref) {
+        if (!position) return VL_Pack(0L, isLosingControl, ref);  // "(liO)"
         list = PyList_New(kPositionFields);
-        if (!list) return nullptr;
+        if (!list) return VL_Arguments<3>();
         for (int i = 0; i < kPositionFields; ++i)
             PyList_SET_ITEM(list, i, PyFloat_FromDouble(*PositionField(position, i)));
-        return VL_MakeTuple(list, isLosingControl, ref);  // "(OiO)"
+        return VL_Pack(list, isLosingControl, ref);  // "(OiO)"
     }, [&](PyObject* result) {
         int value = VL_ResultInt(result);
         if (!list) return value;
@@ -163,7 +163,7 @@ int CallUserCameraControlCallback(XPLMCameraPosition_t* position, int isLosingCo
 int CallUserDrawWindowCallback(XPLMWindowID window, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kDrawWindow, VL_RecordFromBlock(refcon, VL_DrawWindowSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{Handle(window)}, ref);  // "(OO)"
+        return VL_Pack(VL_New{Handle(window)}, ref);  // "(OO)"
     }, VL_ResultNone);
 }
 
@@ -171,7 +171,7 @@ int CallUserMouseClickCallback(XPLMWindowID window, int x, int y, XPLMMouseStatu
                                void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kMouseClick, VL_RecordFromBlock(refcon, VL_MouseClickSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{Handle(window)}, x, y, status, ref);  // "(OiiiO)"
+        return VL_Pack(VL_New{Handle(window)}, x, y, status, ref);  // "(OiiiO)"
     }, VL_ResultInt);
 }
 
@@ -179,7 +179,7 @@ int CallUserKeyCallback(XPLMWindowID window, char key, XPLMKeyFlags flags, char 
                         void* refcon, int losingFocus) {
     PythonGuard guard;
     return VL_CallUser(kKey, VL_RecordFromBlock(refcon, VL_KeySlot), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{Handle(window)}, SignedChar(key), flags,  // "(OiiiOi)"
+        return VL_Pack(VL_New{Handle(window)}, SignedChar(key), flags,  // "(OiiiOi)"
                             SignedChar(virtualKey), ref, losingFocus);
     }, VL_ResultNone);
 }
@@ -187,7 +187,7 @@ int CallUserKeyCallback(XPLMWindowID window, char key, XPLMKeyFlags flags, char 
 int CallUserCursorStatusCallback(XPLMWindowID window, int x, int y, void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kCursorStatus, VL_RecordFromBlock(refcon, VL_CursorStatusSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{Handle(window)}, x, y, ref);  // "(OiiO)"
+        return VL_Pack(VL_New{Handle(window)}, x, y, ref);  // "(OiiO)"
     }, VL_ResultInt);
 }
 
@@ -195,7 +195,7 @@ int CallUserMouseWheelCallback(XPLMWindowID window, int x, int y, int wheel, int
                                void* refcon) {
     PythonGuard guard;
     return VL_CallUser(kMouseWheel, VL_RecordFromBlock(refcon, VL_MouseWheelSlot), [&](PyObject* ref) {
-        return VL_MakeTuple(VL_New{Handle(window)}, x, y, wheel, clicks, ref);  // "(OiiiiO)"
+        return VL_Pack(VL_New{Handle(window)}, x, y, wheel, clicks, ref);  // "(OiiiiO)"
     }, VL_ResultInt);
 }
 
@@ -204,7 +204,7 @@ int CallUserMouseWheelCallback(XPLMWindowID window, int x, int y, int wheel, int
 int CallUserErrorCallback(const _CallbackListEntry* record, const char* message) {
     PythonGuard guard;
     return VL_CallUser(kError, record, [&](PyObject*) {
-        return VL_MakeTuple(VL_New{VL_TextFromString(message)});  // "(s)"
+        return VL_Pack(VL_New{VL_TextFromString(message)});  // "(s)"
     }, VL_ResultNone);
 }
 
@@ -227,7 +227,7 @@ int CallUserWidgetCallback(XPWidgetMessage message, XPWidgetID widget, intptr_t 
     if (!record) return kWidgetNotInList;
     if (!VL_IsScriptActive(record->scriptId, record->generation)) return kWidget.inactive;
     return VL_CallPython(kWidget, record->callable, [&]() {
-        return VL_MakeTuple(message, VL_New{Handle(widget)},  // "(iOOO)"
+        return VL_Pack(message, VL_New{Handle(widget)},  // "(iOOO)"
                             VL_New{Handle(reinterpret_cast<void*>(param1))},
                             VL_New{Handle(reinterpret_cast<void*>(param2))});
     }, VL_ResultInt);

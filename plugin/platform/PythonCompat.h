@@ -41,6 +41,24 @@ inline PyObject* VL_BytesFromStringAndSize(const char* data, Py_ssize_t size) {
 
 #endif
 
+// Calls callable with the n objects at args (positional, borrowed). args[-1] must be
+// writable: Python 3 may use it to prepend a bound method's self without copying.
+inline PyObject* VL_CallWithArguments(PyObject* callable, PyObject** args, std::size_t n) {
+#if PY_VERSION_HEX >= 0x03090000
+    return PyObject_Vectorcall(callable, args, n | PY_VECTORCALL_ARGUMENTS_OFFSET, nullptr);
+#else
+    PyObject* tuple = PyTuple_New(static_cast<Py_ssize_t>(n));
+    if (!tuple) return nullptr;
+    for (std::size_t i = 0; i < n; ++i) {
+        Py_INCREF(args[i]);
+        PyTuple_SET_ITEM(tuple, static_cast<Py_ssize_t>(i), args[i]);
+    }
+    PyObject* result = PyObject_Call(callable, tuple, nullptr);
+    Py_DECREF(tuple);
+    return result;
+#endif
+}
+
 inline PyObject* VL_TextFromString(const char* text) {
     if (!text) text = "";
     return VL_TextFromStringAndSize(text, static_cast<Py_ssize_t>(std::strlen(text)));
