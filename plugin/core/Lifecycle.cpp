@@ -109,11 +109,12 @@ int CallXPluginStart(PyObject* scriptId, TypeOfScript kind) {
         PrintPendingError();
         return 1;
     }
-    const char* name = nullptr;
-    const char* signature = nullptr;
-    const char* description = nullptr;
-    int parsed = PyTuple_Check(result) && PyArg_ParseTuple(result, "sss", &name, &signature, &description);
-    if (parsed) VLTestTable->SetScriptDescriptions(scriptId, name, signature, description, kind);
+    // Three texts; on Python 3 str or bytes, as everywhere the plug-in takes text.
+    VL_Text name, signature, description;
+    int parsed = PyTuple_Check(result) && PyArg_ParseTuple(result, "O&O&O&", VL_ParseText, &name, VL_ParseText,
+                                                            &signature, VL_ParseText, &description);
+    if (parsed)
+        VLTestTable->SetScriptDescriptions(scriptId, name.c_str(), signature.c_str(), description.c_str(), kind);
     else if (!PyErr_Occurred())
         PyErr_Format(PyExc_TypeError, "XPluginStart must return three strings, not %.200s", Py_TYPE(result)->tp_name);
     // The script is not started; the user reads why in the log.

@@ -50,6 +50,14 @@ TEST_F(PluginTest, ListingTakesMarkedSourcesThenCompiledFilesWhoseNameIsNotTaken
     EXPECT_EQ(CountOf(output, "notes"), 0);
 }
 
+TEST_F(PluginTest, FileNamesThatAreNotUtf8LoadAndKeepTheirBytes) {
+    // Latin-1 "caf\xe9": under Python 3 the name crosses as str with a surrogate escape.
+    AddScript("VL_Listed.py", "VL_caf\xe9.py");
+    StartSim();
+    EXPECT_NE(Log().find("Script 'VL_caf\xe9.py' successfully loaded.\n"), std::string::npos) << Log();
+    EXPECT_NE(Output().find("imported VL_caf\xe9\n"), std::string::npos) << Output();
+}
+
 TEST_F(PluginTest, AtMost256ScriptsAreLoaded) {
     for (int i = 0; i < 260; ++i) AddScript("VL_Listed.py", "VL_" + std::to_string(1000 + i) + ".py");
     StartSim();
