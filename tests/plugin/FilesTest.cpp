@@ -26,6 +26,21 @@ TEST_F(PluginTest, StdoutGoesToTheOutputFileAndStderrToTheLogCutAt4095Bytes) {
     EXPECT_NE(output.find("raw \xff\xfe bytes\n"), std::string::npos) << "bytes are written as they are";
 }
 
+TEST_F(PluginTest, BindingReportsAreCutAt1023Bytes) {
+    AddScript("VL_LongReport.py");
+    StartSim();
+    StopSim();
+    std::string log = Log();
+    const std::string start = "Module - XPLMDataAccess, Function - XPLMFindDataRef, Error = DataRef [no/such/zzz";
+    std::size_t at = log.find(start);
+    ASSERT_NE(at, std::string::npos) << log;
+    // The report's buffer holds 1023 bytes: its line end was cut with the rest.
+    std::size_t end = log.find("Before Py_Finalize()\n", at);
+    ASSERT_NE(end, std::string::npos);
+    EXPECT_EQ(end - at, 1023u);
+    EXPECT_NE(Output().find("found: None\n"), std::string::npos) << Output();
+}
+
 TEST_F(PluginTest, IniSwitchesTakeEffectWithEveryKindOfLineEnd) {
     AddScript("VL_LeavesFlightLoop.py");
     for (const char* end : {"\n", "\r", "\r\n", "\n\r"}) {
