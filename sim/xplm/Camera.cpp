@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "XPLMCamera.h"
+#include "dataaccess_internal.h"
 #include "host.h"
 #include "world.h"
 #include "world_internal.h"
@@ -42,9 +43,9 @@ constexpr const char* kViewSelections[] = {
     "sim/view/3d_cockpit_toggle", "sim/view/cinema_verite",
 };
 
-// The simulator's own view: the pilot's eye in the parked user aircraft.
+// The simulator's own view: the pilot's eye in the user's aircraft, wherever it is now.
 XPLMCameraPosition_t defaultPosition() {
-    const UserAircraft& user = userAircraft();
+    const AircraftPose user = userAircraftPose();
     double x, y, z;
     world::worldToLocal(user.lat, user.lon, user.elevationM + 2.0, &x, &y, &z);
     return XPLMCameraPosition_t{static_cast<float>(x), static_cast<float>(y), static_cast<float>(z), 0.0f,

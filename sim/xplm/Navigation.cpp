@@ -253,13 +253,13 @@ XPLM_API void XPLMClearFMSEntry(int inIndex) {
 // airport the user is parked at. (The SDK does not say what an idle GPS selects.)
 XPLM_API XPLMNavType XPLMGetGPSDestinationType(void) {
     if (!gFMS.entries.empty()) return gFMS.entries[gFMS.destination].type;
-    const NavAid* nav = navAid(findAirport(userAircraft().airportId));
+    const NavAid* nav = navAid(findAirport(userAirportId()));
     return nav ? nav->type : xplm_Nav_Unknown;
 }
 
 XPLM_API XPLMNavRef XPLMGetGPSDestination(void) {
     if (!gFMS.entries.empty()) return gFMS.entries[gFMS.destination].ref;
-    return findAirport(userAircraft().airportId);
+    return findAirport(userAirportId());
 }
 
 }  // extern "C"

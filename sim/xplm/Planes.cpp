@@ -5,12 +5,12 @@
 #include <cstring>
 #include <iterator>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "XPLMNavigation.h"
 #include "XPLMPlanes.h"
 #include "XPLMPlugin.h"
+#include "dataaccess_internal.h"
 #include "host.h"
 #include "nav_database.h"
 #include "world.h"
@@ -42,8 +42,7 @@ struct Planes {
     int active = kDefaultActiveAircraft;
     int holder = XPLM_NO_PLUGIN_ID;
     std::vector<Waiter> waiters;  // in the order they asked
-    UserAircraft user{world::kAirportLat, world::kAirportLon, world::kAirportElevationM,
-                      world::kAircraftHeadingDeg, world::kAirportId};
+    std::string userAirport = world::kAirportId;
     bool initialised = false;
 };
 Planes gPlanes;
@@ -117,7 +116,7 @@ void copyBounded(char* out, const std::string& text, size_t size) {
 
 }  // namespace
 
-const UserAircraft& userAircraft() { return planes().user; }
+const std::string& userAirportId() { return planes().userAirport; }
 
 void planesFrame() {
     Planes& p = planes();
@@ -160,20 +159,9 @@ XPLM_API void XPLMPlaceUserAtAirport(const char* inAirportCode) {
                                 inAirportCode ? inAirportCode : "(null)");
         return;
     }
-    UserAircraft& user = planes().user;
-    user = UserAircraft{airport->lat, airport->lon, airport->heightM, user.headingDeg, airport->id};
-    double x, y, z;
-    world::worldToLocal(user.lat, user.lon, user.elevationM, &x, &y, &z);
-    const std::pair<const char*, double> position[] = {
-        {"sim/flightmodel/position/latitude", user.lat}, {"sim/flightmodel/position/longitude", user.lon},
-        {"sim/flightmodel/position/elevation", user.elevationM}, {"sim/flightmodel/position/local_x", x},
-        {"sim/flightmodel/position/local_y", y},          {"sim/flightmodel/position/local_z", z},
-    };
-    for (const auto& [name, value] : position) {
-        char text[40];
-        std::snprintf(text, sizeof text, "%.17g", value);
-        driver::setDataref(name, text, nullptr);
-    }
+    // The aircraft keeps its heading; the flight model's datarefs hold where it is.
+    placeUserAircraft(AircraftPose{airport->lat, airport->lon, airport->heightM, userAircraftPose().headingDeg});
+    planes().userAirport = airport->id;
     Host::get().log("xpsim: user placed at airport " + airport->id);
     announce(XPLM_MSG_AIRPORT_LOADED, 0);
 }

@@ -1,17 +1,14 @@
 // What the world areas (camera, planes, navigation, scenery) share inside the host:
-// the user's aircraft position and each area's frame, forget and reset hooks.
+// the airport the user was placed at and each area's frame, forget and reset hooks.
+// Where the user's aircraft is comes from its position datarefs (dataaccess_internal.h).
 #pragma once
 
 #include <string>
 
 namespace xpsim {
 
-// Planes.cpp: where the user's aircraft is parked.
-struct UserAircraft {
-    double lat, lon, elevationM, headingDeg;
-    std::string airportId;
-};
-const UserAircraft& userAircraft();
+// Planes.cpp: the airport the user's aircraft was last placed at.
+const std::string& userAirportId();
 
 // Whether (lat, lon) lies in the loaded scenery area, centred on the world's reference
 // point (world.h): what navaids report as "in region" and where probes see terrain.

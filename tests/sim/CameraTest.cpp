@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "XPLMCamera.h"
+#include "XPLMDataAccess.h"
 #include "XPLMPlugin.h"
 #include "world_test_util.h"
 #include "world.h"
@@ -217,6 +218,25 @@ TEST_F(CameraTest, ViewDataRefsFollowTheCamera) {
     XPLMDontControlCamera();
     driver::runFrames(1);
     EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
+}
+
+TEST_F(CameraTest, TheSimulatorsViewMovesWithTheUsersAircraft) {
+    startSim();
+    XPLMDataRef localX = XPLMFindDataRef("sim/flightmodel/position/local_x");
+    XPLMDataRef psi = XPLMFindDataRef("sim/flightmodel/position/psi");
+    ASSERT_NE(localX, nullptr);
+    ASSERT_NE(psi, nullptr);
+    XPLMSetDatad(localX, 1500.0);  // a plug-in moves the aircraft 1.5 km east
+    XPLMSetDataf(psi, 90.0f);
+    driver::runFrames(1);
+    XPLMCameraPosition_t p{};
+    XPLMReadCameraPosition(&p);
+    EXPECT_NEAR(p.x, 1500.0f, 1.0f);
+    EXPECT_FLOAT_EQ(p.heading, 90.0f);
+    std::string value, error;
+    ASSERT_TRUE(driver::getDataref("sim/graphics/view/view_x", &value, &error)) << error;
+    EXPECT_NEAR(std::stod(value), 1500.0, 1.0);
+    EXPECT_EQ(errors(), 0);
 }
 
 TEST_F(CameraTest, InvalidArgumentsAreReportedAndChangeNothing) {
