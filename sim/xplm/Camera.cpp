@@ -2,11 +2,11 @@
 // losing control, and the camera position (near the user's aircraft by default).
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <string>
-#include <utility>
+#include <iterator>
 
+#include "DataRefTable.h"
 #include "XPLMCamera.h"
 #include "dataaccess_internal.h"
 #include "host.h"
@@ -81,22 +81,43 @@ bool selectsView(const std::string& command) {
 
 XPLMCameraPosition_t currentPosition() { return gCamera.positionFromPlugin ? gCamera.position : defaultPosition(); }
 
-// The sim/graphics/view datarefs follow the camera, written when it moved.
+// The sim/graphics/view datarefs, in the order of publishPosition's values. Their
+// handles are looked up once per run (an earlier run's no longer resolve), so a moving
+// camera costs no name lookups per frame.
+constexpr const char* kViewRefNames[] = {
+    "sim/graphics/view/view_x",     "sim/graphics/view/view_y",       "sim/graphics/view/view_z",
+    "sim/graphics/view/view_pitch", "sim/graphics/view/view_heading", "sim/graphics/view/view_roll",
+};
+constexpr size_t kViewRefCount = std::size(kViewRefNames);
+
+bool viewRefs(DataRef* (&refs)[kViewRefCount]) {
+    static void* handles[kViewRefCount] = {};
+    loadSimulatorDataRefs();
+    DataRefTable& table = dataRefTable();
+    if (!table.refs.contains(handles[0])) {
+        for (size_t i = 0; i < kViewRefCount; ++i) {
+            auto it = table.byName.find(kViewRefNames[i]);
+            handles[i] = it == table.byName.end() ? nullptr : it->second;
+        }
+    }
+    for (size_t i = 0; i < kViewRefCount; ++i) {
+        refs[i] = table.refs.get(handles[i]);
+        if (!refs[i]) return false;
+    }
+    return true;
+}
+
+// The view datarefs follow the camera, written when it moved. They are the simulator's
+// own and read-only to plug-ins, so the host writes their storage directly.
 void publishPosition() {
     XPLMCameraPosition_t p = currentPosition();
     if (gCamera.everPublished && std::memcmp(&p, &gCamera.published, sizeof p) == 0) return;
+    DataRef* refs[kViewRefCount];
+    if (!viewRefs(refs)) return;
     gCamera.published = p;
     gCamera.everPublished = true;
-    const std::pair<const char*, float> values[] = {
-        {"sim/graphics/view/view_x", p.x},         {"sim/graphics/view/view_y", p.y},
-        {"sim/graphics/view/view_z", p.z},         {"sim/graphics/view/view_pitch", p.pitch},
-        {"sim/graphics/view/view_heading", p.heading}, {"sim/graphics/view/view_roll", p.roll},
-    };
-    for (const auto& [name, value] : values) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%.9g", value);
-        driver::setDataref(name, text, nullptr);
-    }
+    const float values[kViewRefCount] = {p.x, p.y, p.z, p.pitch, p.heading, p.roll};
+    for (size_t i = 0; i < kViewRefCount; ++i) refs[i]->scalar = values[i];
 }
 
 }  // namespace
