@@ -153,12 +153,12 @@ XPLM_API XPLMNavRef XPLMFindNavAid(const char* inNameFragment, const char* inIDF
 XPLM_API void XPLMGetNavAidInfo(XPLMNavRef inRef, XPLMNavType* outType, float* outLatitude,
                                 float* outLongitude, float* outHeight, int* outFrequency,
                                 float* outHeading, char* outID, char* outName, char* outReg) {
-    const NavAid* nav = navAid(inRef);
-    if (!nav) {
-        Host::get().reportError("XPLMGetNavAidInfo: %d is not a navaid reference", inRef);
-        if (outType) *outType = xplm_Nav_Unknown;
-        return;
-    }
+    const NavAid* found = navAid(inRef);
+    // An invalid reference reads as an empty navaid of unknown type, so no output is
+    // left holding whatever the caller's buffer held before.
+    const NavAid none;  // its type is 0, xplm_Nav_Unknown
+    if (!found) Host::get().reportError("XPLMGetNavAidInfo: %d is not a navaid reference", inRef);
+    const NavAid* nav = found ? found : &none;
     if (outType) *outType = nav->type;
     if (outLatitude) *outLatitude = static_cast<float>(nav->lat);
     if (outLongitude) *outLongitude = static_cast<float>(nav->lon);
@@ -168,7 +168,7 @@ XPLM_API void XPLMGetNavAidInfo(XPLMNavRef inRef, XPLMNavType* outType, float* o
     if (outHeading) *outHeading = nav->heading;
     if (outID) copyBounded(outID, nav->id, kMaxNavIdLength);
     if (outName) copyBounded(outName, nav->name, kMaxNavNameLength);
-    if (outReg) *outReg = inLoadedScenery(nav->lat, nav->lon) ? 1 : 0;
+    if (outReg) *outReg = found && inLoadedScenery(nav->lat, nav->lon) ? 1 : 0;
 }
 
 XPLM_API int XPLMCountFMSEntries(void) { return static_cast<int>(gFMS.entries.size()); }

@@ -159,10 +159,22 @@ TEST_F(NavigationTest, NavAidInfoWritesOnlyRequestedFieldsWithinTheDocumentedBuf
     EXPECT_STREQ(name, "SUMMA");  // a fix without a name is called by its ID
 
     EXPECT_EQ(errors(), 0);
+    // An invalid reference fills every output with the empty navaid, not stale data.
     type = 77;
-    XPLMGetNavAidInfo(XPLM_NAV_NOT_FOUND, &type, nullptr, nullptr, nullptr, nullptr, nullptr, id, name, reg);
+    lat = lon = height = heading = 7.0f;
+    freq = 7;
+    reg[0] = 7;
+    XPLMGetNavAidInfo(XPLM_NAV_NOT_FOUND, &type, &lat, &lon, &height, &freq, &heading, id, name, reg);
     XPLMGetNavAidInfo(4, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(type, xplm_Nav_Unknown);
+    EXPECT_EQ(lat, 0.0f);
+    EXPECT_EQ(lon, 0.0f);
+    EXPECT_EQ(height, 0.0f);
+    EXPECT_EQ(heading, 0.0f);
+    EXPECT_EQ(freq, 0);
+    EXPECT_STREQ(id, "");
+    EXPECT_STREQ(name, "");
+    EXPECT_EQ(reg[0], 0);
     EXPECT_EQ(errors(), 2);
 }
 
