@@ -7,22 +7,13 @@
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
 #include "XPLMPlugin.h"
+#include "test_plugin.h"
 
 #define MSG_TAKE_FOCUS 0x7FF10001 /* the window takes the keyboard focus */
 
-static char gFolder[512];
-static char gName[512];
 static XPLMWindowID gWindow;
 
-static void record(const char* event) {
-    char path[600];
-    FILE* f;
-    snprintf(path, sizeof path, "%s/events.txt", gFolder);
-    f = fopen(path, "a");
-    if (!f) return;
-    fprintf(f, "%s myid=%d\n", event, XPLMGetMyID());
-    fclose(f);
-}
+static void record(const char* event) { recordEvent("%s myid=%d", event, XPLMGetMyID()); }
 
 static int drawCallback(XPLMDrawingPhase phase, int isBefore, void* refcon) {
     record("draw");
@@ -61,40 +52,11 @@ static int sniffer(char c, XPLMKeyFlags flags, char vkey, void* refcon) {
 
 static void hotKey(void* refcon) { record("hotkey"); }
 
-/* <root>/Resources/plugins/<Name>/64/lin.xpl: the folder is <Name>/. */
-static void findMyFolder(void) {
-    char path[256];
-    char* slash;
-    XPLMGetPluginInfo(XPLMGetMyID(), NULL, path, NULL, NULL);
-    slash = strrchr(path, '/');
-    if (slash) *slash = '\0';
-    slash = strrchr(path, '/');
-    if (slash && strcmp(slash, "/64") == 0) *slash = '\0';
-    snprintf(gFolder, sizeof gFolder, "%s", path);
-}
-
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    XPLMCreateWindow_t params;
-    findMyFolder();
-    snprintf(gName, sizeof gName, "%s", strrchr(gFolder, '/') ? strrchr(gFolder, '/') + 1 : gFolder);
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.%s", gName);
-    strcpy(outDescription, "Records the display callbacks it gets.");
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.", "Records the display callbacks it gets.");
 
     XPLMRegisterDrawCallback(drawCallback, xplm_Phase_Window, 0, NULL);
-    memset(&params, 0, sizeof params);
-    params.structSize = sizeof params;
-    params.left = 100;
-    params.top = 300;
-    params.right = 300;
-    params.bottom = 100;
-    params.visible = 1;
-    params.drawWindowFunc = drawWindow;
-    params.handleMouseClickFunc = click;
-    params.handleKeyFunc = key;
-    params.handleCursorFunc = cursor;
-    params.handleMouseWheelFunc = wheel;
-    gWindow = XPLMCreateWindowEx(&params);
+    gWindow = createTestWindow(100, 300, 300, 100, drawWindow, click, key, cursor, wheel, NULL);
     XPLMRegisterKeySniffer(sniffer, 1, NULL);
     XPLMRegisterHotKey(XPLM_VK_F9, xplm_DownFlag, "Record a hot key", hotKey, NULL);
     return 1;

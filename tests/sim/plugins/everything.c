@@ -18,6 +18,7 @@
 #include "XPLMUtilities.h"
 #include "XPStandardWidgets.h"
 #include "XPWidgets.h"
+#include "test_plugin.h"
 
 #define MSG_REPORT 0x7FF00010 /* logs the counters */
 
@@ -230,7 +231,6 @@ static void feature(const char* name, void* ref) { say("feature %s", name); }
 /* --- entry points --- */
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    XPLMCreateWindow_t window;
     XPLMCreateFlightLoop_t loop;
     strcpy(outName, "Everything");
     strcpy(outSignature, "xpsim.test.everything");
@@ -248,20 +248,8 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
     XPLMScheduleFlightLoop(gScheduled, -10.0f, 1);
 
     XPLMRegisterDrawCallback(drawCallback, xplm_Phase_Window, 0, NULL);
-    memset(&window, 0, sizeof window);
-    window.structSize = sizeof window;
-    window.left = 100;
-    window.top = 600;
-    window.right = 300;
-    window.bottom = 500;
-    window.visible = 1;
-    window.drawWindowFunc = windowDraw;
-    window.handleMouseClickFunc = windowMouse;
-    window.handleKeyFunc = windowKey;
-    window.handleCursorFunc = windowCursor;
-    window.handleMouseWheelFunc = windowWheel;
-    window.refcon = &gWindow;
-    gWindow = XPLMCreateWindowEx(&window);
+    gWindow = createTestWindow(100, 600, 300, 500, windowDraw, windowMouse, windowKey, windowCursor, windowWheel,
+                               &gWindow);
     gWidgetWindow = XPCreateWidget(400, 600, 600, 400, 1, "Everything widgets", 1, NULL, xpWidgetClass_MainWindow);
     gButton = XPCreateWidget(420, 560, 520, 540, 1, "Press", 0, gWidgetWindow, xpWidgetClass_Button);
     XPSetWidgetProperty(gButton, xpProperty_ButtonType, xpPushButton);

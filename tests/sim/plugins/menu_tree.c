@@ -32,10 +32,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
     int top;
     int more;
     XPLMMenuID moreMenu;
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.menu.%s", gName);
-    strcpy(outDescription, "Builds a menu tree and records picks.");
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.menu.", "Builds a menu tree and records picks.");
 
     top = XPLMAppendMenuItem(XPLMFindPluginsMenu(), gName, NULL, 1);
     recordEvent("plugins item index=%d", top);

@@ -14,10 +14,7 @@
 #define MSG_ENABLE 0x7FF00006       /* XPLMEnablePlugin(param), result recorded */
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.%s", gName);
-    strcpy(outDescription, "Records its life cycle and messages.");
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.", "Records its life cycle and messages.");
     recordEvent("start id=%d myid=%d", XPLMGetMyID(), XPLMGetMyID());
     return folderHasFile("refuse_start") ? 0 : 1;
 }

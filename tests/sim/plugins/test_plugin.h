@@ -8,6 +8,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "XPLMDisplay.h"
 #include "XPLMPlugin.h"
 
 static char gFolder[512];
@@ -25,6 +26,17 @@ static inline void findMyFolder(void) {
     snprintf(gFolder, sizeof gFolder, "%s", path);
     slash = strrchr(path, '/');
     snprintf(gName, sizeof gName, "%s", slash ? slash + 1 : path);
+}
+
+/* The start every test plug-in named after its folder shares: it finds its folder and
+ * answers its name, the signature <signaturePrefix><Name> and its description. The
+ * buffers are the 256 bytes X-Plane hands to XPluginStart. */
+static inline void startTestPlugin(char* outName, char* outSignature, char* outDescription,
+                                   const char* signaturePrefix, const char* description) {
+    findMyFolder();
+    snprintf(outName, 256, "%.255s", gName);
+    snprintf(outSignature, 256, "%s%.200s", signaturePrefix, gName);
+    snprintf(outDescription, 256, "%s", description);
 }
 
 /* Appends one printf-formatted line to events.txt. */
@@ -51,5 +63,29 @@ static inline int folderHasFile(const char* file) {
     if (f) fclose(f);
     return f != NULL;
 }
+
+#if defined(XPLM200)
+/* A visible window made with XPLMCreateWindowEx, every callback given. */
+static inline XPLMWindowID createTestWindow(int left, int top, int right, int bottom, XPLMDrawWindow_f draw,
+                                            XPLMHandleMouseClick_f click, XPLMHandleKey_f key,
+                                            XPLMHandleCursor_f cursor, XPLMHandleMouseWheel_f wheel,
+                                            void* refcon) {
+    XPLMCreateWindow_t params;
+    memset(&params, 0, sizeof params);
+    params.structSize = sizeof params;
+    params.left = left;
+    params.top = top;
+    params.right = right;
+    params.bottom = bottom;
+    params.visible = 1;
+    params.drawWindowFunc = draw;
+    params.handleMouseClickFunc = click;
+    params.handleKeyFunc = key;
+    params.handleCursorFunc = cursor;
+    params.handleMouseWheelFunc = wheel;
+    params.refcon = refcon;
+    return XPLMCreateWindowEx(&params);
+}
+#endif
 
 #endif

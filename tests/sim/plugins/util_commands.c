@@ -31,10 +31,8 @@ static const char kPause[] = "sim/operation/pause_toggle";
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
     XPLMCommandRef own;
     XPLMCommandRef pause;
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.commands.%s", gName);
-    strcpy(outDescription, "Records command phases and SDK errors.");
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.commands.",
+                    "Records command phases and SDK errors.");
     XPLMSetErrorCallback(onError);
     XPLMCommandEnd(XPLMFindCommand("sim/none/none")); /* never begun: a programming error */
 

@@ -65,10 +65,8 @@ static void objectLoaded(XPLMObjectRef inObject, void* inRefcon) {
 }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.%s", gName);
-    strcpy(outDescription, "Acts on the camera, the planes and objects on request.");
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.",
+                    "Acts on the camera, the planes and objects on request.");
     return 1;
 }
 
