@@ -172,13 +172,11 @@ TEST_F(UtilitiesTest, VersionsFollowTheSdkGenerationUnlessSetAndLanguageComesFro
     const Case cases[] = {{"2.10", 210, 210}, {"2.00", 210, 200}, {"1.02", 210, 102}, {"2.00", 205, 205}};
     for (const Case& c : cases) {
         Options options;
-        options.root = root;
         options.sdk = c.sdk;
         options.xplmVersion = c.xplmSetting;
         options.xplaneVersion = 941;
         options.language = xplm_Language_German;
-        std::string error;
-        ASSERT_TRUE(driver::start(options, &error)) << error;
+        ASSERT_NO_FATAL_FAILURE(startSimWith(options));
         int xplane = 0, xplm = 0;
         XPLMHostApplicationID host = -1;
         XPLMGetVersions(&xplane, &xplm, &host);

@@ -30,19 +30,9 @@ protected:
 
     void startSimWithScreen(int width, int height) {
         Options options;
-        options.root = root;
         options.screenWidth = width;
         options.screenHeight = height;
-        std::string error;
-        ASSERT_TRUE(driver::start(options, &error)) << error;
-    }
-    // Number of SDK errors reported so far whose message contains `text`.
-    int errorsMentioning(const std::string& text) const {
-        int n = 0;
-        for (const std::string& line : readLines(root + "/Log.txt")) {
-            if (line.find("SDK error") != std::string::npos && line.find(text) != std::string::npos) ++n;
-        }
-        return n;
+        startSimWith(options);
     }
     // Items of one kind in the last completed frame's draw list.
     static std::vector<DrawItem> drawn(const std::string& kind) {

@@ -56,12 +56,25 @@ protected:
 
     void startSim(const std::string& sdk = "2.10") {
         Options options;
-        options.root = root;
         options.sdk = sdk;
+        startSimWith(options);
+    }
+    // Starts a run on this test's root with other settings.
+    void startSimWith(Options options) {
+        options.root = root;
         std::string error;
         ASSERT_TRUE(driver::start(options, &error)) << error;
     }
     std::string log() const { return readFile(root + "/Log.txt"); }
+    // SDK errors the host reported so far (one Log.txt line each) whose line contains `text`.
+    int errorsMentioning(const std::string& text) const {
+        int n = 0;
+        for (const std::string& line : readLines(root + "/Log.txt")) {
+            if (line.find("SDK error") != std::string::npos && line.find(text) != std::string::npos) ++n;
+        }
+        return n;
+    }
+    int errors() const { return errorsMentioning(""); }
 
     std::string root;
 };

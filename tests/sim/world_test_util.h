@@ -1,6 +1,5 @@
-// What the world tests (camera, planes, navigation, scenery) share: a simulator root,
-// the world_actor test plug-in installed under a name, its events, and the count of
-// SDK errors the host reported.
+// What the world tests (camera, planes, navigation, scenery) share: a simulator root
+// and the world_actor test plug-in installed under a name, with its events.
 #pragma once
 
 #include <algorithm>
@@ -25,12 +24,6 @@ enum WorldActorMessage {
 
 class WorldTest : public SimRootTest {
 protected:
-    int errors() const {
-        std::string text = log();
-        int n = 0;
-        for (size_t at = 0; (at = text.find("SDK error", at)) != std::string::npos; ++at) ++n;
-        return n;
-    }
     int loadActor(const std::string& name) {
         std::string error;
         int id = driver::loadPlugin(installPlugin(root, "world_actor", name), &error);
