@@ -118,7 +118,7 @@ inline bool VL_StoreOut(PyObject* list, PyObject* value) {
         Py_DECREF(value);
         return true;
     }
-    if (PyList_GET_SIZE(list) > 0) return PyList_SetItem(list, 0, value) == 0;
+    if (PyList_Size(list) > 0) return PyList_SetItem(list, 0, value) == 0;
     int status = PyList_Append(list, value);
     Py_DECREF(value);
     return status == 0;
