@@ -148,7 +148,13 @@ void completeObjectLoads() {
             gScenery.pending.erase(gScenery.pending.begin() + i--);
         }
     }
-    for (const PendingLoad& load : due) {  // callbacks may start new loads
+    // Callbacks may start new loads, or disable a plug-in whose load is due next: that
+    // one waits, like any load of a disabled plug-in.
+    for (const PendingLoad& load : due) {
+        if (!isPluginEnabled(load.plugin)) {
+            gScenery.pending.push_back(load);
+            continue;
+        }
         CallingPlugin calling(load.plugin);
         load.callback(load.object, load.refcon);
     }

@@ -163,6 +163,28 @@ TEST_F(SceneryTest, AsyncLoadCallsBackOnALaterFrameAsTheRequestingPlugin) {
     EXPECT_EQ(errors(), 2);
 }
 
+TEST_F(SceneryTest, AsyncLoadOfAPluginDisabledByAnEarlierLoadsCallbackWaitsUntilItIsEnabled) {
+    startSim();
+    int a = loadActor("Alpha");
+    driver::enablePluginsAndSendLoadMessages();
+    // Due in the same frame: the simulator's load first, whose callback disables Alpha.
+    auto disableAlpha = [](XPLMObjectRef object, void* refcon) {
+        XPLMDisablePlugin(*static_cast<int*>(refcon));
+        XPLMUnloadObject(object);
+    };
+    XPLMLoadObjectAsync("Resources/default scenery/sim objects/apt_lights/windsock.obj", disableAlpha, &a);
+    driver::sendMessage(a, kLoadAsync, 0);
+    driver::runFrames(2);
+    EXPECT_EQ(XPLMIsPluginEnabled(a), 0);
+    EXPECT_EQ(events("Alpha"), (std::vector<std::string>{"disable"}));
+    ASSERT_EQ(XPLMEnablePlugin(a), 1);
+    driver::runFrames(1);
+    EXPECT_EQ(events("Alpha"), (std::vector<std::string>{"disable", "object loaded nonnull=1 refcon=7 myid=" +
+                                                                        std::to_string(a)}));
+    driver::sendMessage(a, kUnload, 0);
+    EXPECT_EQ(errors(), 0);
+}
+
 struct Drawing {
     XPLMObjectRef object;
     XPLMDrawInfo_t at[2];
