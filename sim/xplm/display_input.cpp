@@ -46,11 +46,18 @@ std::vector<void*> windowsUnder(int x, int y) {
     return hits;
 }
 
+// The window, if it may still be called: a callback earlier in the same dispatch may
+// have destroyed it or disabled its plug-in.
+const Window* callableWindow(XPLMWindowID id) {
+    const Window* w = state().windows.get(id);
+    return w && isPluginEnabled(w->plugin) ? w : nullptr;
+}
+
 // Sends one mouse status to a window; the answer of a window without a click callback
 // is 1, since it still covers what is below it.
 int callClick(XPLMWindowID id, int x, int y, XPLMMouseStatus status) {
-    const Window* w = state().windows.get(id);
-    if (!w || !isPluginEnabled(w->plugin)) return 0;
+    const Window* w = callableWindow(id);
+    if (!w) return 0;
     if (!w->click) return 1;
     Window call = *w;
     CallingPlugin scope(call.plugin);
@@ -94,7 +101,7 @@ void mouseMove(int x, int y) {
 void mouseWheel(int x, int y, int wheel, int clicks) {
     setMouse(x, y);
     for (void* id : windowsUnder(x, y)) {
-        const Window* w = state().windows.get(id);
+        const Window* w = callableWindow(id);
         if (!w || !w->wheel) continue;
         Window call = *w;
         CallingPlugin scope(call.plugin);
@@ -118,8 +125,8 @@ bool callSniffers(bool beforeWindows, char key, XPLMKeyFlags flags, char virtual
 // True when the focused window took the key.
 bool callFocusedWindow(char key, XPLMKeyFlags flags, char virtualKey) {
     XPLMWindowID id = state().focus;
-    const Window* w = state().windows.get(id);
-    if (!w || !isPluginEnabled(w->plugin)) return false;
+    const Window* w = callableWindow(id);
+    if (!w) return false;
     if (w->key) {
         Window call = *w;
         CallingPlugin scope(call.plugin);
@@ -142,7 +149,7 @@ void updateCursor() {
     XPLMGetMouseLocation(&x, &y);
     s.cursor = xplm_CursorDefault;
     for (void* id : windowsUnder(x, y)) {
-        const Window* w = s.windows.get(id);
+        const Window* w = callableWindow(id);
         if (!w || !w->cursor) continue;
         Window call = *w;
         CallingPlugin scope(call.plugin);

@@ -708,6 +708,46 @@ TEST_F(DisplayPluginTest, PluginCallbacksRunAsTheirOwnerAndOnlyWhileItIsEnabled)
     EXPECT_TRUE(has(b, "down"));
 }
 
+int gDisabledByFront;  // the plug-in the passing window's callbacks disable
+int disableAndPassWheel(XPLMWindowID, int, int, int, int, void*) {
+    XPLMDisablePlugin(gDisabledByFront);
+    return 0;
+}
+XPLMCursorStatus disableAndPassCursor(XPLMWindowID, int, int, void*) {
+    XPLMDisablePlugin(gDisabledByFront);
+    return xplm_CursorDefault;
+}
+
+TEST_F(DisplayPluginTest, WheelAndCursorPassedDownSkipAWindowWhosePluginTheFrontOneDisabled) {
+    startSim();
+    gDisabledByFront = load("Alpha");
+    driver::enablePluginsAndSendLoadMessages();
+    takeEvents("Alpha", gDisabledByFront);
+    // In front of Alpha's window, passing wheel and cursor down after disabling Alpha.
+    XPLMCreateWindow_t params{};
+    params.structSize = sizeof params;
+    params.left = 0;
+    params.top = 400;
+    params.right = 400;
+    params.bottom = 0;
+    params.visible = 1;
+    params.drawWindowFunc = [](XPLMWindowID, void*) {};
+    params.handleMouseClickFunc = [](XPLMWindowID, int, int, XPLMMouseStatus, void*) { return 0; };
+    params.handleKeyFunc = [](XPLMWindowID, char, XPLMKeyFlags, char, void*, int) {};
+    params.handleCursorFunc = disableAndPassCursor;
+    params.handleMouseWheelFunc = disableAndPassWheel;
+    ASSERT_NE(XPLMCreateWindowEx(&params), nullptr);
+
+    driver::mouseWheel(150, 150, 0, 1);
+    driver::runFrames(1);
+    EXPECT_EQ(XPLMIsPluginEnabled(gDisabledByFront), 0);
+    EXPECT_EQ(takeEvents("Alpha", gDisabledByFront), Calls{});
+    ASSERT_EQ(XPLMEnablePlugin(gDisabledByFront), 1);
+    driver::runFrames(1);  // the cursor is asked every frame
+    EXPECT_EQ(XPLMIsPluginEnabled(gDisabledByFront), 0);
+    EXPECT_EQ(takeEvents("Alpha", gDisabledByFront), Calls{});
+}
+
 TEST_F(DisplayPluginTest, ReloadedPluginsLeaveNoWindowsCallbacksOrHotKeysBehind) {
     startSim();
     load("Alpha");
