@@ -97,34 +97,34 @@ bool cmdRun(ScenarioContext&, const ScenarioArgs& args, std::string* error) {
 
 // --- mouse ---
 
+// One mouse event and the frame that delivers it.
+void mouseEvent(void (*event)(int, int), int x, int y) {
+    event(x, y);
+    driver::runFrames(1);
+}
+
 template <void (*Event)(int, int)>
 bool cmdMouse(ScenarioContext&, const ScenarioArgs& args, std::string* error) {
     int x, y;
     if (!parsePoint(args, 0, &x, &y, error)) return false;
-    Event(x, y);
-    driver::runFrames(1);
+    mouseEvent(Event, x, y);
     return true;
 }
 
 bool cmdMouseClick(ScenarioContext&, const ScenarioArgs& args, std::string* error) {
     int x, y;
     if (!parsePoint(args, 0, &x, &y, error)) return false;
-    driver::mouseDown(x, y);
-    driver::runFrames(1);
-    driver::mouseUp(x, y);
-    driver::runFrames(1);
+    mouseEvent(driver::mouseDown, x, y);
+    mouseEvent(driver::mouseUp, x, y);
     return true;
 }
 
 bool cmdMouseDrag(ScenarioContext&, const ScenarioArgs& args, std::string* error) {
     int x1, y1, x2, y2;
     if (!parsePoint(args, 0, &x1, &y1, error) || !parsePoint(args, 2, &x2, &y2, error)) return false;
-    driver::mouseDown(x1, y1);
-    driver::runFrames(1);
-    driver::mouseMove(x2, y2);
-    driver::runFrames(1);
-    driver::mouseUp(x2, y2);
-    driver::runFrames(1);
+    mouseEvent(driver::mouseDown, x1, y1);
+    mouseEvent(driver::mouseMove, x2, y2);
+    mouseEvent(driver::mouseUp, x2, y2);
     return true;
 }
 
