@@ -48,6 +48,11 @@ void forgetEverything(int plugin) {
 void stopAndUnload(int id) {
     PluginEntry* p = findPlugin(id);
     if (!p) return;
+    // A plug-in stopped before may have enabled this one again from its XPluginStop;
+    // XPluginStop always comes after XPluginDisable.
+    disablePlugin(*p);
+    p = findPlugin(id);
+    if (!p) return;
     XPluginStop_f stop = p->stop;
     {
         CallingPlugin calling(id);

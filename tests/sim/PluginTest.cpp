@@ -79,6 +79,18 @@ TEST_F(PluginTest, LifeCycleRunsStartEnableLoadMessagesThenPrefsDisableStopInOrd
     EXPECT_EQ(driver::pluginCount(), 0);
 }
 
+TEST_F(PluginTest, APluginEnabledAgainByAnotherOnesStopIsDisabledBeforeItStops) {
+    startSim();
+    std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
+    touch("Alpha", "enable_on_stop");
+    driver::enablePluginsAndSendLoadMessages();
+    clearEvents("Beta");
+    driver::shutdown();
+    const std::string beta = std::to_string(ids[1]);
+    EXPECT_EQ(events("Beta"), (std::vector<std::string>{msg(0, XPLM_MSG_WILL_WRITE_PREFS, 0), "disable id=" + beta,
+                                                        "enable id=" + beta, "disable id=" + beta, "stop id=" + beta}));
+}
+
 TEST_F(PluginTest, OlderSimulatorsSendNoLiveryOrPrefsMessages) {
     startSim("2.00");
     loadRecorders({"Alpha"});

@@ -19,7 +19,15 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
     return folderHasFile("refuse_start") ? 0 : 1;
 }
 
-PLUGIN_API void XPluginStop(void) { recordEvent("stop id=%d", XPLMGetMyID()); }
+/* With a file "enable_on_stop" in its folder, it enables every other plug-in as it stops. */
+PLUGIN_API void XPluginStop(void) {
+    int i;
+    recordEvent("stop id=%d", XPLMGetMyID());
+    if (!folderHasFile("enable_on_stop")) return;
+    for (i = 0; i < XPLMCountPlugins(); ++i) {
+        if (XPLMGetNthPlugin(i) != XPLMGetMyID()) XPLMEnablePlugin(XPLMGetNthPlugin(i));
+    }
+}
 
 PLUGIN_API int XPluginEnable(void) {
     recordEvent("enable id=%d", XPLMGetMyID());
