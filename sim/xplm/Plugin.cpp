@@ -68,6 +68,13 @@ PluginEntry* findPlugin(int id) {
     return it == plugins.end() ? nullptr : &it->second;
 }
 
+int findPluginWhere(std::string PluginEntry::*field, const std::string& value) {
+    for (auto& [id, p] : pluginTable().plugins) {
+        if (p.*field == value) return id;
+    }
+    return XPLM_NO_PLUGIN_ID;
+}
+
 // The simulator itself never gets disabled; registrations made by the test process
 // (id 0) therefore keep getting called.
 bool isPluginEnabled(int plugin) {
@@ -158,10 +165,7 @@ XPLM_API XPLMPluginID XPLMFindPluginByPath(const char* inPath) {
         Host::get().reportError("XPLMFindPluginByPath: NULL path");
         return XPLM_NO_PLUGIN_ID;
     }
-    for (auto& [id, p] : pluginTable().plugins) {
-        if (p.path == inPath) return id;
-    }
-    return XPLM_NO_PLUGIN_ID;
+    return findPluginWhere(&PluginEntry::path, inPath);
 }
 
 // The SDK does not say whether signatures compare case-sensitively; exact match.
@@ -170,10 +174,7 @@ XPLM_API XPLMPluginID XPLMFindPluginBySignature(const char* inSignature) {
         Host::get().reportError("XPLMFindPluginBySignature: NULL signature");
         return XPLM_NO_PLUGIN_ID;
     }
-    for (auto& [id, p] : pluginTable().plugins) {
-        if (p.signature == inSignature) return id;
-    }
-    return XPLM_NO_PLUGIN_ID;
+    return findPluginWhere(&PluginEntry::signature, inSignature);
 }
 
 XPLM_API void XPLMGetPluginInfo(XPLMPluginID inPlugin, char* outName, char* outFilePath,

@@ -43,6 +43,8 @@ struct PluginTable {
 
 PluginTable& pluginTable();
 PluginEntry* findPlugin(int id);  // null for unknown ids and for 0
+// The first loaded plug-in whose `field` (path, signature...) is `value`, or XPLM_NO_PLUGIN_ID.
+int findPluginWhere(std::string PluginEntry::*field, const std::string& value);
 
 // Calls the plug-in's XPluginEnable unless it is enabled; true when it is enabled after.
 bool enablePlugin(PluginEntry& plugin);

@@ -126,10 +126,8 @@ int loadBinary(const std::string& path, std::string* error) {
     };
     std::string absolute = absolutePath(path);
     if (absolute.empty()) return fail("cannot load plug-in " + path + ": " + std::strerror(errno));
-    for (auto& [id, p] : pluginTable().plugins) {
-        if (p.path == absolute) {
-            return fail("cannot load plug-in " + absolute + ": already loaded as plug-in " + std::to_string(id));
-        }
+    if (int loaded = findPluginWhere(&PluginEntry::path, absolute); loaded != XPLM_NO_PLUGIN_ID) {
+        return fail("cannot load plug-in " + absolute + ": already loaded as plug-in " + std::to_string(loaded));
     }
     // Local scope like X-Plane: the plug-in's own symbols never satisfy another plug-in,
     // while its SDK references bind to the libraries the process already has.
@@ -308,10 +306,7 @@ void sendMessage(int plugin, int message, long param) {
 }
 
 int findPluginBySignature(const std::string& signature) {
-    for (auto& [id, p] : pluginTable().plugins) {
-        if (p.signature == signature) return id;
-    }
-    return XPLM_NO_PLUGIN_ID;
+    return findPluginWhere(&PluginEntry::signature, signature);
 }
 
 int pluginCount() { return static_cast<int>(pluginTable().plugins.size()); }
