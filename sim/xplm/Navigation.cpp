@@ -66,6 +66,16 @@ void clampFMSIndices() {
     gFMS.destination = std::min(gFMS.destination, last);
 }
 
+// Only an entry of the plan can be displayed or flown to.
+bool checkFMSEntry(const char* function, int index) {
+    if (index < 0 || index >= static_cast<int>(gFMS.entries.size())) {
+        Host::get().reportError("%s: entry %d is not in the flight plan (%d entries)", function, index,
+                                static_cast<int>(gFMS.entries.size()));
+        return false;
+    }
+    return true;
+}
+
 // An entry may be replaced or appended; the plan stays contiguous.
 bool checkFMSSetIndex(const char* function, int index) {
     if (index < 0 || index >= kMaxFMSEntries || index > static_cast<int>(gFMS.entries.size())) {
@@ -176,21 +186,11 @@ XPLM_API int XPLMGetDisplayedFMSEntry(void) { return gFMS.displayed; }
 XPLM_API int XPLMGetDestinationFMSEntry(void) { return gFMS.destination; }
 
 XPLM_API void XPLMSetDisplayedFMSEntry(int inIndex) {
-    if (inIndex < 0 || inIndex >= static_cast<int>(gFMS.entries.size())) {
-        Host::get().reportError("XPLMSetDisplayedFMSEntry: entry %d is not in the flight plan (%d entries)",
-                                inIndex, static_cast<int>(gFMS.entries.size()));
-        return;
-    }
-    gFMS.displayed = inIndex;
+    if (checkFMSEntry("XPLMSetDisplayedFMSEntry", inIndex)) gFMS.displayed = inIndex;
 }
 
 XPLM_API void XPLMSetDestinationFMSEntry(int inIndex) {
-    if (inIndex < 0 || inIndex >= static_cast<int>(gFMS.entries.size())) {
-        Host::get().reportError("XPLMSetDestinationFMSEntry: entry %d is not in the flight plan (%d entries)",
-                                inIndex, static_cast<int>(gFMS.entries.size()));
-        return;
-    }
-    gFMS.destination = inIndex;
+    if (checkFMSEntry("XPLMSetDestinationFMSEntry", inIndex)) gFMS.destination = inIndex;
 }
 
 XPLM_API void XPLMGetFMSEntryInfo(int inIndex, XPLMNavType* outType, char* outID, XPLMNavRef* outRef,
