@@ -97,11 +97,14 @@ int xplmVersion(const Options& options) {
     return 210;
 }
 
-const char* dataFileKind(XPLMDataFileType type) {
+// The kind of data file, as the log names it; null (reported) for an unknown type.
+const char* dataFileKind(const char* function, XPLMDataFileType type) {
     switch (type) {
         case xplm_DataFile_Situation: return "situation";
         case xplm_DataFile_ReplayMovie: return "replay";
-        default: return nullptr;
+        default:
+            Host::get().reportError("%s: %d is not a data file type", function, type);
+            return nullptr;
     }
 }
 
@@ -251,11 +254,8 @@ XPLM_API void* XPLMFindSymbol(const char* inString) {
 
 XPLM_API int XPLMLoadDataFile(XPLMDataFileType inFileType, const char* inFilePath) {
     Host& host = Host::get();
-    const char* kind = xpsim::dataFileKind(inFileType);
-    if (!kind) {
-        host.reportError("XPLMLoadDataFile: %d is not a data file type", inFileType);
-        return 0;
-    }
+    const char* kind = xpsim::dataFileKind("XPLMLoadDataFile", inFileType);
+    if (!kind) return 0;
     if (!inFilePath) {
         if (inFileType != xplm_DataFile_ReplayMovie) {
             host.reportError("XPLMLoadDataFile: a NULL path only clears the replay");
@@ -277,11 +277,8 @@ XPLM_API int XPLMLoadDataFile(XPLMDataFileType inFileType, const char* inFilePat
 
 XPLM_API int XPLMSaveDataFile(XPLMDataFileType inFileType, const char* inFilePath) {
     Host& host = Host::get();
-    const char* kind = xpsim::dataFileKind(inFileType);
-    if (!kind) {
-        host.reportError("XPLMSaveDataFile: %d is not a data file type", inFileType);
-        return 0;
-    }
+    const char* kind = xpsim::dataFileKind("XPLMSaveDataFile", inFileType);
+    if (!kind) return 0;
     if (!inFilePath) {
         host.reportError("XPLMSaveDataFile: the path is NULL");
         return 0;
