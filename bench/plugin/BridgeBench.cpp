@@ -7,6 +7,7 @@
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -175,6 +176,76 @@ void BM_GetDatafFromPython(benchmark::State& state) { RunPythonLoop(state, "GetD
 void BM_ParseOneFromPython(benchmark::State& state) { RunPythonLoop(state, "Floor"); }
 BENCHMARK(BM_GetDatafFromPython);
 BENCHMARK(BM_ParseOneFromPython);
+
+// The ratios themselves, with measured and floor run in alternating chunks of the same
+// iteration, so that a busy machine slows both alike. Counters: nanoseconds per call and
+// their ratio.
+template <typename Measured, typename Floor>
+void Alternate(benchmark::State& state, int chunk, Measured measured, Floor floor) {
+    using Clock = std::chrono::steady_clock;
+    Clock::duration measuredTime{}, floorTime{};
+    for (auto _ : state) {
+        auto start = Clock::now();
+        measured();
+        auto middle = Clock::now();
+        floor();
+        measuredTime += middle - start;
+        floorTime += Clock::now() - middle;
+    }
+    double calls = static_cast<double>(state.iterations()) * chunk;
+    double measuredNs = std::chrono::duration<double, std::nano>(measuredTime).count() / calls;
+    double floorNs = std::chrono::duration<double, std::nano>(floorTime).count() / calls;
+    state.counters["measured_ns"] = measuredNs;
+    state.counters["floor_ns"] = floorNs;
+    state.counters["ratio"] = measuredNs / floorNs;
+}
+
+void BM_FlightLoopRatio(benchmark::State& state) {
+    constexpr int kChunk = 256;
+    void* cell = session().cell;
+    PyObject* loop = session().loop;
+    PyObject* args = nullptr;
+    {
+        PythonGuard guard;
+        args = Py_BuildValue("(ffiO)", 0.5, 0.25, 1, Py_None);
+    }
+    int counter = 0;
+    Alternate(state, kChunk,
+              [&] {
+                  for (int i = 0; i < kChunk; ++i)
+                      benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+              },
+              [&] {
+                  // The floor holds the interpreter lock for its whole chunk.
+                  PythonGuard guard;
+                  for (int i = 0; i < kChunk; ++i) {
+                      PyObject* result = PyObject_Call(loop, args, nullptr);
+                      benchmark::DoNotOptimize(PyFloat_AsDouble(result));
+                      Py_DECREF(result);
+                  }
+              });
+    PythonGuard guard;
+    Py_DECREF(args);
+}
+BENCHMARK(BM_FlightLoopRatio);
+
+void BM_GetDatafRatio(benchmark::State& state) {
+    constexpr int kChunk = 1000;
+    PythonGuard guard;
+    PyObject* getData = PyObject_GetAttrString(session().script, "GetDataf");
+    PyObject* floor = PyObject_GetAttrString(session().script, "Floor");
+    PyObject* args = Py_BuildValue("(i)", kChunk);
+    auto run = [&](PyObject* method) {
+        PyObject* result = PyObject_Call(method, args, nullptr);
+        if (!result) PyErr_Print();
+        Py_XDECREF(result);
+    };
+    Alternate(state, kChunk, [&] { run(getData); }, [&] { run(floor); });
+    Py_DECREF(args);
+    Py_DECREF(floor);
+    Py_DECREF(getData);
+}
+BENCHMARK(BM_GetDatafRatio);
 
 }  // namespace
 
