@@ -42,8 +42,13 @@ int clickWindow(XPLMWindowID, int x, int y, XPLMMouseStatus status, void* ref) {
     return std::strstr(label(ref), "passes") ? 0 : 1;
 }
 
+// The plug-in that windows labelled "disables" disable when asked for the cursor or
+// given a wheel turn.
+int gDisabledByWindow = 0;
+
 XPLMCursorStatus cursorWindow(XPLMWindowID, int x, int y, void* ref) {
     record(std::string(label(ref)) + " cursor " + std::to_string(x) + "," + std::to_string(y));
+    if (std::strstr(label(ref), "disables")) XPLMDisablePlugin(gDisabledByWindow);
     if (std::strstr(label(ref), "hidden")) return xplm_CursorHidden;
     if (std::strstr(label(ref), "arrow")) return xplm_CursorArrow;
     return xplm_CursorDefault;
@@ -51,6 +56,7 @@ XPLMCursorStatus cursorWindow(XPLMWindowID, int x, int y, void* ref) {
 
 int wheelWindow(XPLMWindowID, int x, int y, int wheel, int clicks, void* ref) {
     record(std::string(label(ref)) + " wheel " + std::to_string(wheel) + " " + std::to_string(clicks));
+    if (std::strstr(label(ref), "disables")) XPLMDisablePlugin(gDisabledByWindow);
     return std::strstr(label(ref), "passes") ? 0 : 1;
 }
 
@@ -708,44 +714,22 @@ TEST_F(DisplayPluginTest, PluginCallbacksRunAsTheirOwnerAndOnlyWhileItIsEnabled)
     EXPECT_TRUE(has(b, "down"));
 }
 
-int gDisabledByFront;  // the plug-in the passing window's callbacks disable
-int disableAndPassWheel(XPLMWindowID, int, int, int, int, void*) {
-    XPLMDisablePlugin(gDisabledByFront);
-    return 0;
-}
-XPLMCursorStatus disableAndPassCursor(XPLMWindowID, int, int, void*) {
-    XPLMDisablePlugin(gDisabledByFront);
-    return xplm_CursorDefault;
-}
-
 TEST_F(DisplayPluginTest, WheelAndCursorPassedDownSkipAWindowWhosePluginTheFrontOneDisabled) {
     startSim();
-    gDisabledByFront = load("Alpha");
+    gDisabledByWindow = load("Alpha");
     driver::enablePluginsAndSendLoadMessages();
-    takeEvents("Alpha", gDisabledByFront);
+    takeEvents("Alpha", gDisabledByWindow);
     // In front of Alpha's window, passing wheel and cursor down after disabling Alpha.
-    XPLMCreateWindow_t params{};
-    params.structSize = sizeof params;
-    params.left = 0;
-    params.top = 400;
-    params.right = 400;
-    params.bottom = 0;
-    params.visible = 1;
-    params.drawWindowFunc = [](XPLMWindowID, void*) {};
-    params.handleMouseClickFunc = [](XPLMWindowID, int, int, XPLMMouseStatus, void*) { return 0; };
-    params.handleKeyFunc = [](XPLMWindowID, char, XPLMKeyFlags, char, void*, int) {};
-    params.handleCursorFunc = disableAndPassCursor;
-    params.handleMouseWheelFunc = disableAndPassWheel;
-    ASSERT_NE(XPLMCreateWindowEx(&params), nullptr);
+    ASSERT_NE(createWindow("front passes and disables", 0, 400, 400, 0), nullptr);
 
     driver::mouseWheel(150, 150, 0, 1);
     driver::runFrames(1);
-    EXPECT_EQ(XPLMIsPluginEnabled(gDisabledByFront), 0);
-    EXPECT_EQ(takeEvents("Alpha", gDisabledByFront), Calls{});
-    ASSERT_EQ(XPLMEnablePlugin(gDisabledByFront), 1);
+    EXPECT_EQ(XPLMIsPluginEnabled(gDisabledByWindow), 0);
+    EXPECT_EQ(takeEvents("Alpha", gDisabledByWindow), Calls{});
+    ASSERT_EQ(XPLMEnablePlugin(gDisabledByWindow), 1);
     driver::runFrames(1);  // the cursor is asked every frame
-    EXPECT_EQ(XPLMIsPluginEnabled(gDisabledByFront), 0);
-    EXPECT_EQ(takeEvents("Alpha", gDisabledByFront), Calls{});
+    EXPECT_EQ(XPLMIsPluginEnabled(gDisabledByWindow), 0);
+    EXPECT_EQ(takeEvents("Alpha", gDisabledByWindow), Calls{});
 }
 
 TEST_F(DisplayPluginTest, ReloadedPluginsLeaveNoWindowsCallbacksOrHotKeysBehind) {
