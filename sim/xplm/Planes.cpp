@@ -118,10 +118,8 @@ void copyBounded(char* out, const std::string& text, size_t size) {
 
 const std::string& userAirportId() { return planes().userAirport; }
 
-void planesFrame() {
-    Planes& p = planes();
-    // Access ends when the holder is disabled; we notice it at the next frame.
-    if (p.holder != XPLM_NO_PLUGIN_ID && !isPluginEnabled(p.holder)) releasePlanes();
+void releasePlanesOfDisabled(int plugin) {
+    if (planes().holder == plugin) releasePlanes();
 }
 
 void forgetPluginPlanes(int plugin) {

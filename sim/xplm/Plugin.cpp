@@ -10,6 +10,7 @@
 #include "XPLMPlugin.h"
 #include "host.h"
 #include "plugin_internal.h"
+#include "world_internal.h"
 
 namespace xpsim {
 
@@ -98,7 +99,10 @@ bool enablePlugin(PluginEntry& plugin) {
     if (!p) return false;
     p->changing = false;
     p->enabled = ok != 0;
-    if (!p->enabled) Host::get().log("xpsim: plug-in " + std::to_string(id) + " '" + p->name + "' refused to enable");
+    if (!p->enabled) {
+        Host::get().log("xpsim: plug-in " + std::to_string(id) + " '" + p->name + "' refused to enable");
+        releasePlanesOfDisabled(id);  // taken in XPluginEnable, perhaps
+    }
     return p->enabled;
 }
 
@@ -113,6 +117,7 @@ void disablePlugin(PluginEntry& plugin) {
         plugin.disable();
     }
     if (PluginEntry* p = findPlugin(id)) p->changing = false;
+    releasePlanesOfDisabled(id);
 }
 
 void deliverMessage(int target, int sender, int message, void* param) {

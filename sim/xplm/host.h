@@ -69,7 +69,7 @@ void commandFrame();     // Utilities.cpp: continue phase of held commands
 void flightLoopFrame();  // Processing.cpp: due flight loops
 void cameraFrame();      // Camera.cpp: the camera controller's callback
 void drawFrame();        // Display.cpp: draw phases and windows, in the simulator's order
-void sceneryFrame();     // world_hooks.cpp: planes of a disabled holder, asynchronous loads
+void sceneryFrame();     // world_hooks.cpp: asynchronous object loads
 void pluginFrame();      // Plugin.cpp: deferred reload requested during the frame
 
 // Plugin.cpp: disables, stops and unloads every plug-in (driver::shutdown).

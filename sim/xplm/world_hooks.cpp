@@ -22,10 +22,7 @@ bool inLoadedScenery(double lat, double lon) {
 }
 
 // The world's share of a frame, before the camera and the drawing.
-void sceneryFrame() {
-    planesFrame();
-    completeObjectLoads();
-}
+void sceneryFrame() { completeObjectLoads(); }
 
 void forgetPluginWorld(int plugin) {
     forgetPluginCamera(plugin);

@@ -18,7 +18,8 @@ bool inLoadedScenery(double lat, double lon);
 // select another view end an XPLMControlCamera of xplm_ControlCameraUntilViewChanges.
 void cameraSimulatorCommand(const std::string& command);
 
-void planesFrame();          // releases the planes of a holder that was disabled
+// Planes.cpp: a plug-in was disabled; exclusive access to the planes it held ends now.
+void releasePlanesOfDisabled(int plugin);
 void completeObjectLoads();  // Scenery.cpp: asynchronous loads that are due
 
 void forgetPluginCamera(int plugin);
