@@ -188,32 +188,32 @@ TEST_F(CommandsTest, InvalidOrForeignCommandRefsAreReportedAndIgnored) {
 
 TEST_F(CommandsTest, PluginHandlersRunAsThePluginOnlyWhileEnabledAndUnloadEndsItsHolds) {
     std::string error;
-    const int id = driver::loadPlugin(installPlugin(root, "util_commands", "Cmd"), &error);
-    ASSERT_GT(id, 0) << error;
+    const int id = loadTestPlugin("util_commands", "Cmd");
+    ASSERT_GT(id, 0);
     driver::enablePluginsAndSendLoadMessages();
     const std::string folder = root + "/Resources/plugins/Cmd";
-    std::filesystem::remove(folder + "/events.txt");
+    clearEvents("Cmd");
     const std::string me = "myid=" + std::to_string(id);
 
     ASSERT_TRUE(driver::commandOnce("xpsim/test/Cmd", &error)) << error;
-    EXPECT_EQ(readLines(folder + "/events.txt"),
+    EXPECT_EQ(events("Cmd"),
               (std::vector<std::string>{"before xpsim/test/Cmd phase=0 " + me, "after xpsim/test/Cmd phase=0 " + me,
                                         "before xpsim/test/Cmd phase=2 " + me, "after xpsim/test/Cmd phase=2 " + me}));
 
     // Its before-handler answering 0 keeps pause_toggle from the simulator.
-    std::filesystem::remove(folder + "/events.txt");
+    clearEvents("Cmd");
     std::ofstream(folder + "/stop_before") << "\n";
     ASSERT_TRUE(driver::commandOnce("sim/operation/pause_toggle", &error)) << error;
-    EXPECT_EQ(readLines(folder + "/events.txt"),
+    EXPECT_EQ(events("Cmd"),
               (std::vector<std::string>{"before sim/operation/pause_toggle phase=0 " + me,
                                         "before sim/operation/pause_toggle phase=2 " + me}));
     EXPECT_EQ(logCount("command sim/operation/pause_toggle begin"), 0);
 
     // Disabled, it is skipped and the simulator acts.
-    std::filesystem::remove(folder + "/events.txt");
+    clearEvents("Cmd");
     XPLMDisablePlugin(id);
     ASSERT_TRUE(driver::commandOnce("sim/operation/pause_toggle", &error)) << error;
-    EXPECT_TRUE(readLines(folder + "/events.txt").empty());
+    EXPECT_TRUE(events("Cmd").empty());
     EXPECT_EQ(logCount("command sim/operation/pause_toggle begin"), 1);
 
     // A hold the plug-in leaves open is ended when it goes; its handlers are gone first.
@@ -223,10 +223,10 @@ TEST_F(CommandsTest, PluginHandlersRunAsThePluginOnlyWhileEnabledAndUnloadEndsIt
     XPLMRegisterCommandHandler(own, recordCall, 0, const_cast<char*>("sim"));
     driver::sendMessage(id, kBeginOwnCommand, 0);
     driver::runFrames(1);
-    std::filesystem::remove(folder + "/events.txt");
+    clearEvents("Cmd");
     driver::shutdown();
     EXPECT_EQ(gCalls, (std::vector<std::string>{"sim:0", "sim:1", "sim:2"}));
-    EXPECT_TRUE(readLines(folder + "/events.txt").empty());
+    EXPECT_TRUE(events("Cmd").empty());
 }
 
 }  // namespace

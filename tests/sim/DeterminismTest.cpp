@@ -26,8 +26,8 @@ std::vector<RunOutput> runTwice(const std::string& root, const std::string& scen
         int status = std::system(command.c_str());
         run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         run.log = readFile(root + "/Log.txt");
-        run.events = readFile(root + "/Resources/plugins/Alpha/events.txt");
-        std::remove((root + "/Resources/plugins/Alpha/events.txt").c_str());
+        run.events = readFile(eventsFile(root, "Alpha"));
+        std::remove(eventsFile(root, "Alpha").c_str());
         runs.push_back(run);
     }
     return runs;

@@ -638,23 +638,17 @@ constexpr int kTakeFocus = 0x7FF10001;
 // Display callbacks of real plug-in binaries (tests/sim/plugins/display_recorder.c).
 class DisplayPluginTest : public DisplaySimTest {
 protected:
-    int load(const std::string& name) {
-        std::string error;
-        int id = driver::loadPlugin(installPlugin(root, "display_recorder", name), &error);
-        EXPECT_GT(id, 0) << error;
-        return id;
-    }
+    int load(const std::string& name) { return loadTestPlugin("display_recorder", name); }
     // The plug-in's recorded calls; each must have run with the plug-in's own id.
     Calls takeEvents(const std::string& name, int id) {
-        std::string path = root + "/Resources/plugins/" + name + "/events.txt";
         Calls events;
         std::string suffix = " myid=" + std::to_string(id);
-        for (const std::string& line : readLines(path)) {
+        for (const std::string& line : SimRootTest::events(name)) {
             EXPECT_GE(line.size(), suffix.size());
             EXPECT_EQ(line.substr(line.size() - std::min(line.size(), suffix.size())), suffix) << line;
             events.push_back(line.substr(0, line.size() - std::min(line.size(), suffix.size())));
         }
-        std::remove(path.c_str());
+        clearEvents(name);
         return events;
     }
     static bool has(const Calls& events, const std::string& event) {

@@ -163,46 +163,44 @@ TEST_F(MenusTest, DestroyedAndForeignMenuIdsAreReportedAndGetNeutralAnswers) {
 
 TEST_F(MenusTest, PluginMenusArePickedAsTheirOwnerOnlyWhileEnabledAndVanishWithIt) {
     std::string error;
-    const int one = driver::loadPlugin(installPlugin(root, "menu_tree", "One"), &error);
-    ASSERT_GT(one, 0) << error;
-    const int two = driver::loadPlugin(installPlugin(root, "menu_tree", "Two"), &error);
-    ASSERT_GT(two, 0) << error;
+    const int one = loadTestPlugin("menu_tree", "One");
+    ASSERT_GT(one, 0);
+    const int two = loadTestPlugin("menu_tree", "Two");
+    ASSERT_GT(two, 0);
     driver::enablePluginsAndSendLoadMessages();
-    const std::string eventsOne = root + "/Resources/plugins/One/events.txt";
-    const std::string eventsTwo = root + "/Resources/plugins/Two/events.txt";
     // Each plug-in numbers its own items of the Plugins menu from 0.
-    EXPECT_EQ(readLines(eventsOne), (std::vector<std::string>{"plugins item index=0"}));
-    EXPECT_EQ(readLines(eventsTwo), (std::vector<std::string>{"plugins item index=0"}));
-    std::filesystem::remove(eventsOne);
-    std::filesystem::remove(eventsTwo);
+    EXPECT_EQ(events("One"), (std::vector<std::string>{"plugins item index=0"}));
+    EXPECT_EQ(events("Two"), (std::vector<std::string>{"plugins item index=0"}));
+    clearEvents("One");
+    clearEvents("Two");
 
     EXPECT_TRUE(driver::pickMenu("Plugins/Two/More/Deep", &error)) << error;
     EXPECT_TRUE(driver::pickMenu("Plugins/One/Checked", &error)) << error;
     EXPECT_TRUE(driver::pickMenu("Plugins/One/Checked", &error)) << error;
     EXPECT_FALSE(driver::pickMenu("Plugins/One/Off", &error));
     const std::string me = " myid=" + std::to_string(one);
-    EXPECT_EQ(readLines(eventsOne), (std::vector<std::string>{"pick menu=100 item=4" + me, "check=2",
+    EXPECT_EQ(events("One"), (std::vector<std::string>{"pick menu=100 item=4" + me, "check=2",
                                                               "pick menu=100 item=4" + me, "check=1"}));
-    EXPECT_EQ(readLines(eventsTwo), (std::vector<std::string>{"pick menu=200 item=6 myid=" + std::to_string(two)}));
+    EXPECT_EQ(events("Two"), (std::vector<std::string>{"pick menu=200 item=6 myid=" + std::to_string(two)}));
 
     // A disabled owner's menu is greyed out; the other plug-in's is not affected.
-    std::filesystem::remove(eventsOne);
+    clearEvents("One");
     XPLMDisablePlugin(one);
     EXPECT_FALSE(driver::pickMenu("Plugins/One/Alpha", &error));
     EXPECT_NE(error.find("disabled"), std::string::npos) << error;
-    EXPECT_TRUE(readLines(eventsOne).empty());
+    EXPECT_TRUE(events("One").empty());
     EXPECT_TRUE(driver::pickMenu("Plugins/Two/Beta/Gamma", &error)) << error;
     XPLMEnablePlugin(one);
     EXPECT_TRUE(driver::pickMenu("Plugins/One/Alpha", &error)) << error;
 
     // After a reload each plug-in has exactly one tree again, under its new id.
     driver::reloadPlugins();
-    std::filesystem::remove(eventsOne);
+    clearEvents("One");
     EXPECT_EQ(XPLMCountPlugins(), 2);
     const int newOne = XPLMFindPluginBySignature("xpsim.test.menu.One");
     ASSERT_GT(newOne, 0);
     EXPECT_TRUE(driver::pickMenu("Plugins/One/Alpha", &error)) << error;
-    EXPECT_EQ(readLines(eventsOne), (std::vector<std::string>{"pick menu=100 item=1 myid=" + std::to_string(newOne)}));
+    EXPECT_EQ(events("One"), (std::vector<std::string>{"pick menu=100 item=1 myid=" + std::to_string(newOne)}));
     // No stale item of the unloaded binary is left: the only "One" opens the live tree.
     EXPECT_FALSE(driver::pickMenu("Plugins/One", &error));
     EXPECT_NE(error.find("sub-menu"), std::string::npos) << error;

@@ -32,18 +32,9 @@ protected:
     // Installs the recorder plug-in under each name and loads them in that order.
     std::vector<int> loadRecorders(const std::vector<std::string>& names) {
         std::vector<int> ids;
-        for (const std::string& name : names) {
-            std::string error;
-            int id = driver::loadPlugin(installPlugin(root, "plug_recorder", name), &error);
-            EXPECT_GT(id, 0) << error;
-            ids.push_back(id);
-        }
+        for (const std::string& name : names) ids.push_back(loadTestPlugin("plug_recorder", name));
         return ids;
     }
-    std::vector<std::string> events(const std::string& name) {
-        return readLines(root + "/Resources/plugins/" + name + "/events.txt");
-    }
-    void clearEvents(const std::string& name) { unlink((root + "/Resources/plugins/" + name + "/events.txt").c_str()); }
     void touch(const std::string& name, const std::string& file) {
         std::ofstream(root + "/Resources/plugins/" + name + "/" + file) << "\n";
     }

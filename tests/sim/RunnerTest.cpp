@@ -93,8 +93,8 @@ protected:
 
 TEST_F(RunnerTest, PlayerDrivesFramesMessagesReloadAndChecksFiles) {
     startSim();
+    ASSERT_GT(loadTestPlugin("plug_recorder", "Alpha"), 0);
     std::string error;
-    ASSERT_GT(driver::loadPlugin(installPlugin(root, "plug_recorder", "Alpha"), &error), 0) << error;
     driver::enablePluginsAndSendLoadMessages();
     std::string scenario =
         "run 3 frames\n"
@@ -119,8 +119,8 @@ TEST_F(RunnerTest, PlayerDrivesFramesMessagesReloadAndChecksFiles) {
 
 TEST_F(RunnerTest, FailedChecksNameTheLineAndWhatWasFound) {
     startSim();
+    ASSERT_GT(loadTestPlugin("plug_recorder", "Alpha"), 0);
     std::string error;
-    ASSERT_GT(driver::loadPlugin(installPlugin(root, "plug_recorder", "Alpha"), &error), 0) << error;
     driver::enablePluginsAndSendLoadMessages();
     struct Case {
         std::string text, error;
@@ -174,9 +174,9 @@ TEST_F(RunnerTest, ExecutableExitsZeroAfterStoppingEveryFoundPlugin) {
     EXPECT_EQ(o.status, 0) << o.output;
     EXPECT_EQ(o.output, "checked\n");
     for (const char* name : {"Alpha", "Beta"}) {
-        std::vector<std::string> events = readLines(root + "/Resources/plugins/" + name + "/events.txt");
-        ASSERT_FALSE(events.empty()) << name;
-        EXPECT_EQ(events.back(), std::string("stop id=") + (name[0] == 'A' ? "1" : "2"));
+        std::vector<std::string> heard = events(name);
+        ASSERT_FALSE(heard.empty()) << name;
+        EXPECT_EQ(heard.back(), std::string("stop id=") + (name[0] == 'A' ? "1" : "2"));
     }
     EXPECT_TRUE(contains(readFile(root + "/Log.txt"), "loaded plug-in 2 'Beta'"));
 
@@ -222,7 +222,7 @@ TEST_F(RunnerTest, ExecutableFailsWithAClearMessage) {
         EXPECT_EQ(o.output.substr(0, c.message.size()), c.message) << o.output;
     }
     // Even a failed run stops the plug-ins it started.
-    EXPECT_EQ(readLines(root + "/Resources/plugins/Alpha/events.txt").back(), "stop id=1");
+    EXPECT_EQ(events("Alpha").back(), "stop id=1");
 }
 
 }  // namespace

@@ -253,33 +253,30 @@ TEST_F(UtilitiesTest, KeyStrokesAndButtonPressesAreRecordedAndBadIdsAreReported)
 
 TEST_F(UtilitiesTest, ReloadSceneryAnnouncesTheLoadedSceneryOnTheNextFrame) {
     startWithErrorCallback();
-    std::string error;
-    ASSERT_GT(driver::loadPlugin(installPlugin(root, "plug_recorder", "Watcher"), &error), 0) << error;
+    ASSERT_GT(loadTestPlugin("plug_recorder", "Watcher"), 0);
     driver::enablePluginsAndSendLoadMessages();
-    const std::string events = root + "/Resources/plugins/Watcher/events.txt";
-    std::filesystem::remove(events);
+    clearEvents("Watcher");
     XPLMReloadScenery();
-    EXPECT_TRUE(readLines(events).empty());
+    EXPECT_TRUE(events("Watcher").empty());
     driver::runFrames(2);
-    EXPECT_EQ(readLines(events), (std::vector<std::string>{"message from=0 msg=104 param=0"}));
+    EXPECT_EQ(events("Watcher"), (std::vector<std::string>{"message from=0 msg=104 param=0"}));
 }
 
 TEST_F(UtilitiesTest, ErrorCallbackGoesToTheFaultingPluginEvenWhileItIsDisabled) {
     startWithErrorCallback();
-    std::string error;
-    const int id = driver::loadPlugin(installPlugin(root, "util_commands", "Faulty"), &error);
-    ASSERT_GT(id, 0) << error;
+    const int id = loadTestPlugin("util_commands", "Faulty");
+    ASSERT_GT(id, 0);
     // Its XPluginStart made a bad call before any enable: reported to it, as itself.
-    const auto events = readLines(root + "/Resources/plugins/Faulty/events.txt");
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_NE(events[0].find("error XPLMCommandEnd"), std::string::npos) << events[0];
-    EXPECT_NE(events[0].find("myid=" + std::to_string(id)), std::string::npos) << events[0];
+    const auto heard = events("Faulty");
+    ASSERT_EQ(heard.size(), 1u);
+    EXPECT_NE(heard[0].find("error XPLMCommandEnd"), std::string::npos) << heard[0];
+    EXPECT_NE(heard[0].find("myid=" + std::to_string(id)), std::string::npos) << heard[0];
     EXPECT_TRUE(gErrors.empty());  // the simulator's own callback got none of it
 
     // An error made by the test process goes to its callback only.
     XPLMCommandEnd(XPLMFindCommand("sim/none/none"));
     EXPECT_EQ(gErrors.size(), 1u);
-    EXPECT_EQ(readLines(root + "/Resources/plugins/Faulty/events.txt").size(), 1u);
+    EXPECT_EQ(events("Faulty").size(), 1u);
     XPLMSetErrorCallback(nullptr);
     XPLMCommandEnd(XPLMFindCommand("sim/none/none"));
     EXPECT_EQ(gErrors.size(), 1u);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -48,6 +49,11 @@ inline std::string installPlugin(const std::string& root, const std::string& bin
     return path;
 }
 
+// events.txt of the test plug-in installed as <folder> (tests/sim/plugins/test_plugin.h).
+inline std::string eventsFile(const std::string& root, const std::string& folder) {
+    return root + "/Resources/plugins/" + folder + "/events.txt";
+}
+
 // A test with its own simulator root, shut down after the test.
 class SimRootTest : public ::testing::Test {
 protected:
@@ -66,6 +72,15 @@ protected:
         ASSERT_TRUE(driver::start(options, &error)) << error;
     }
     std::string log() const { return readFile(root + "/Log.txt"); }
+    // Installs the test plug-in `binary` as <folder> and loads it; its id.
+    int loadTestPlugin(const std::string& binary, const std::string& folder) {
+        std::string error;
+        int id = driver::loadPlugin(installPlugin(root, binary, folder), &error);
+        EXPECT_GT(id, 0) << error;
+        return id;
+    }
+    std::vector<std::string> events(const std::string& folder) const { return readLines(eventsFile(root, folder)); }
+    void clearEvents(const std::string& folder) const { std::remove(eventsFile(root, folder).c_str()); }
     // SDK errors the host reported so far (one Log.txt line each) whose line contains `text`.
     int errorsMentioning(const std::string& text) const {
         int n = 0;

@@ -24,15 +24,7 @@ enum WorldActorMessage {
 
 class WorldTest : public SimRootTest {
 protected:
-    int loadActor(const std::string& name) {
-        std::string error;
-        int id = driver::loadPlugin(installPlugin(root, "world_actor", name), &error);
-        EXPECT_GT(id, 0) << error;
-        return id;
-    }
-    std::vector<std::string> events(const std::string& name) const {
-        return readLines(root + "/Resources/plugins/" + name + "/events.txt");
-    }
+    int loadActor(const std::string& name) { return loadTestPlugin("world_actor", name); }
     int count(const std::string& name, const std::string& line) const {
         std::vector<std::string> lines = events(name);
         return static_cast<int>(std::count(lines.begin(), lines.end(), line));
