@@ -9,6 +9,7 @@
 #include "XPLMGraphics.h"
 #include "XPLMPlugin.h"
 #include "display_test_util.h"
+#include "plugins/test_plugin.h"  // createTestWindow, shared with the test plug-ins
 
 namespace xpsim::test {
 namespace {
@@ -61,20 +62,10 @@ int wheelWindow(XPLMWindowID, int x, int y, int wheel, int clicks, void* ref) {
 }
 
 XPLMWindowID createWindow(const char* name, int left, int top, int right, int bottom, int visible = 1) {
-    XPLMCreateWindow_t params{};
-    params.structSize = sizeof params;
-    params.left = left;
-    params.top = top;
-    params.right = right;
-    params.bottom = bottom;
-    params.visible = visible;
-    params.drawWindowFunc = drawWindow;
-    params.handleMouseClickFunc = clickWindow;
-    params.handleKeyFunc = keyWindow;
-    params.handleCursorFunc = cursorWindow;
-    params.handleMouseWheelFunc = wheelWindow;
-    params.refcon = refcon(name);
-    return XPLMCreateWindowEx(&params);
+    XPLMWindowID window = createTestWindow(left, top, right, bottom, drawWindow, clickWindow, keyWindow, cursorWindow,
+                                           wheelWindow, refcon(name));
+    if (!visible) XPLMSetWindowIsVisible(window, 0);
+    return window;
 }
 
 // Only the calls whose text contains `part`.

@@ -1,6 +1,7 @@
 /* What test plug-ins share: the folder they are installed in, their name taken from
- * it (so one binary installed twice is two plug-ins), and events.txt in that folder,
- * one line per recorded event, which the tests read back. */
+ * it (so one binary installed twice is two plug-ins), events.txt in that folder, one
+ * line per recorded event, which the tests read back, and a window maker that the
+ * display tests use as well. */
 #ifndef XPSIM_TEST_PLUGIN_H
 #define XPSIM_TEST_PLUGIN_H
 
