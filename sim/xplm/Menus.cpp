@@ -242,9 +242,14 @@ XPLM_API XPLMMenuID XPLMCreateMenu(const char* inName, XPLMMenuID inParentMenu, 
 }
 
 XPLM_API void XPLMDestroyMenu(XPLMMenuID inMenuID) {
-    if (!xpsim::findMenu("XPLMDestroyMenu", inMenuID)) return;
+    const xpsim::Menu* menu = xpsim::findMenu("XPLMDestroyMenu", inMenuID);
+    if (!menu) return;
     if (inMenuID == xpsim::state().pluginsMenu)
         return Host::get().reportError("XPLMDestroyMenu: the Plugins menu belongs to the simulator");
+    // Only the creator may destroy a menu; its owner still holds the id and its handler.
+    if (menu->owner != Host::get().currentPlugin)
+        return Host::get().reportError("XPLMDestroyMenu: menu %s belongs to plug-in %d", menu->name.c_str(),
+                                       menu->owner);
     xpsim::destroy(inMenuID);
 }
 

@@ -161,6 +161,24 @@ TEST_F(MenusTest, DestroyedAndForeignMenuIdsAreReportedAndGetNeutralAnswers) {
     EXPECT_EQ(XPLMAppendMenuItem(XPLMFindPluginsMenu(), "Still there", nullptr, 0), 1);
 }
 
+TEST_F(MenusTest, OnlyTheCreatorDestroysAMenu) {
+    XPLMMenuID tools = buildTools();
+    const int one = loadTestPlugin("menu_tree", "One");
+    ASSERT_GT(one, 0);
+    driver::enablePluginsAndSendLoadMessages();
+    clearEvents("One");
+    constexpr int kDestroyMenu = 0x7FF20001;
+    driver::sendMessage(one, kDestroyMenu, reinterpret_cast<intptr_t>(tools));
+    const std::vector<std::string> heard = events("One");
+    ASSERT_EQ(heard.size(), 1u);
+    EXPECT_NE(heard[0].find("error XPLMDestroyMenu: menu Tools belongs to plug-in 0"), std::string::npos) << heard[0];
+    EXPECT_TRUE(pick("Plugins/Tools/Sub/Leaf"));  // the tree is whole
+    EXPECT_EQ(XPLMAppendMenuItem(tools, "Three", nullptr, 0), 4);
+    XPLMDestroyMenu(tools);
+    EXPECT_FALSE(pick("Plugins/Tools/One"));
+    EXPECT_TRUE(gErrors.empty());
+}
+
 TEST_F(MenusTest, PluginMenusArePickedAsTheirOwnerOnlyWhileEnabledAndVanishWithIt) {
     std::string error;
     const int one = loadTestPlugin("menu_tree", "One");

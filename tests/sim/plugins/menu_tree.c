@@ -8,7 +8,10 @@
 
 #include "XPLMMenus.h"
 #include "XPLMPlugin.h"
+#include "XPLMUtilities.h"
 #include "test_plugin.h"
+
+#define MSG_DESTROY_MENU 0x7FF20001 /* XPLMDestroyMenu(param), errors recorded */
 
 #define TOP_MENU_REF 100
 #define MORE_MENU_REF 200
@@ -27,6 +30,8 @@ static void handler(void* menuRef, void* itemRef) {
         recordEvent("check=%d", check);
     }
 }
+
+static void onError(const char* message) { recordEvent("error %s", message); }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
     int top;
@@ -53,4 +58,9 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
 PLUGIN_API void XPluginStop(void) {}
 PLUGIN_API int XPluginEnable(void) { return 1; }
 PLUGIN_API void XPluginDisable(void) {}
-PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {}
+PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {
+    if (inMessage != MSG_DESTROY_MENU) return;
+    XPLMSetErrorCallback(onError);
+    XPLMDestroyMenu((XPLMMenuID)inParam);
+    XPLMSetErrorCallback(NULL);
+}
