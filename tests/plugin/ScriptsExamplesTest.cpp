@@ -1,5 +1,7 @@
 // The example scripts users start from, run as the demo runs them.
 
+#include <cstdlib>
+
 #include "Harness.h"
 #include "XPLMDataAccess.h"
 
@@ -33,6 +35,24 @@ TEST_F(PluginTest, OwnDatarefExamplePublishesACounterOthersCanReadAndWrite) {
     StopSim();
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
 }
+
+#ifdef VORLITH_TEST_RUNNER
+TEST_F(PluginTest, ExamplesRunInTheXpsimRunnerAsTheDemoRunsThem) {
+    AddExample("VL_FlightMonitor.py");
+    AddExample("VL_OwnDataref.py");
+    std::string command = std::string("'") + VORLITH_TEST_RUNNER + "' --root '" + root + "' --seconds 3 >/dev/null 2>&1";
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    std::string output = Output();
+    EXPECT_EQ(CountOf(output, "  lat "), 3) << output;
+    EXPECT_NE(output.find("vorlith/examples/counter reads 3\n"), std::string::npos) << output;
+    std::string log = Log();
+    EXPECT_NE(log.find("Script 'VL_FlightMonitor.py' successfully loaded.\n"
+                       "Script 'VL_OwnDataref.py' successfully loaded.\n"),
+              std::string::npos)
+        << log;
+    EXPECT_NE(log.find("--- LOGGING STOPPED ---\n\n"), std::string::npos) << log;
+}
+#endif
 
 }  // namespace
 }  // namespace vorlith::test
