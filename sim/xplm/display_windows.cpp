@@ -40,6 +40,12 @@ void drawWindows() {
 
 namespace {
 
+// Losing-focus calls in progress. The SDK does not say what happens when windows take
+// the focus back from their losing-focus calls; we let that nest this deep, then the
+// last taker keeps the focus without telling the one it took it from.
+int gFocusCallDepth = 0;
+constexpr int kMaxFocusCallDepth = 8;
+
 XPLMWindowID createWindow(const Window& window) {
     // New windows open in front: the end of the z-order.
     return state().windows.add(window);
@@ -133,12 +139,20 @@ XPLM_API void XPLMTakeKeyboardFocus(XPLMWindowID inWindow) {
     s.focus = inWindow;  // already moved when the losing window hears of it
     const Window* old = s.windows.get(losing);
     if (!old || !old->key || !isPluginEnabled(old->plugin)) return;
+    if (gFocusCallDepth >= kMaxFocusCallDepth) {
+        Host::get().reportError("XPLMTakeKeyboardFocus: windows keep taking the focus back from their losing-focus "
+                                "calls; window %p keeps it",
+                                inWindow);
+        return;
+    }
     // The 2.1 SDK only says the call happens; the later SDK documents the window id
     // argument of this call as the window taking the focus (0 for X-Plane). We follow
     // that; the refcon is the losing window's own.
     Window call = *old;
     CallingPlugin scope(call.plugin);
+    ++gFocusCallDepth;
     call.key(inWindow, 0, 0, 0, call.refcon, 1);
+    --gFocusCallDepth;
 }
 
 XPLM_API void XPLMBringWindowToFront(XPLMWindowID inWindow) {

@@ -430,6 +430,30 @@ TEST_F(DisplayTest, KeyboardFocusSendsKeysToTheWindowAndTellsTheWindowThatLosesI
     EXPECT_EQ(callsWith("sniffer"), (Calls{"sniffer z"}));
 }
 
+// Two windows that take the keyboard focus back whenever they lose it.
+XPLMWindowID gGrabbers[2];
+void grabBack(XPLMWindowID taker, char, XPLMKeyFlags, char, void* ref, int losingFocus) {
+    if (!losingFocus) return;
+    record(std::string(label(ref)) + " loses focus");
+    XPLMTakeKeyboardFocus(gGrabbers[taker == gGrabbers[0] ? 1 : 0]);
+}
+
+TEST_F(DisplayTest, WindowsTakingTheFocusBackFromTheirLosingCallsDoNotRecurseWithoutEnd) {
+    startSim();
+    gGrabbers[0] = createTestWindow(0, 10, 10, 0, drawWindow, clickWindow, grabBack, cursorWindow, wheelWindow,
+                                    refcon("A"));
+    gGrabbers[1] = createTestWindow(20, 30, 30, 20, drawWindow, clickWindow, grabBack, cursorWindow, wheelWindow,
+                                    refcon("B"));
+    XPLMTakeKeyboardFocus(gGrabbers[0]);
+    XPLMTakeKeyboardFocus(gGrabbers[1]);  // A loses and takes it back, B loses and takes it back, ...
+    EXPECT_EQ(errorsMentioning("XPLMTakeKeyboardFocus: windows keep taking the focus back"), 1);
+    const Calls losing = callsWith("loses focus");
+    EXPECT_GE(losing.size(), 2u);
+    EXPECT_LE(losing.size(), 16u);
+    EXPECT_EQ(losing[0], "A loses focus");
+    EXPECT_EQ(losing[1], "B loses focus");
+}
+
 int sniff(char key, XPLMKeyFlags, char, void* ref) {
     record(std::string(label(ref)) + " " + key);
     return std::strstr(label(ref), "eats") ? 0 : 1;
