@@ -63,26 +63,28 @@ PyObject* PY_XPLMGetDatad(PyObject*, PyObject* args) {
     return QueryDataRef(args, "XPLMGetDatad", XPLMGetDatad, FloatObject);
 }
 
-PyObject* PY_XPLMSetDatai(PyObject*, PyObject* args) {
+// The bindings of a dataref and one value ("Oi", "Of" or "Od") given to an SDK setter.
+template <typename T>
+PyObject* WriteDataRef(PyObject* args, const char* format, const char* function,
+                       void (*set)(XPLMDataRef, T)) {
     PyObject* refObject;
-    int value;
-    if (!PyArg_ParseTuple(args, "Oi", &refObject, &value)) return nullptr;
+    T value;
+    if (!PyArg_ParseTuple(args, format, &refObject, &value)) return nullptr;
     XPLMDataRef ref = VL_HandleFromObject(refObject);
-    return VL_Guarded(kModule, "XPLMSetDatai", [&] { XPLMSetDatai(ref, value); return VL_Done(); });
+    return VL_Guarded(kModule, function, [&] {
+        set(ref, value);
+        return VL_Done();
+    });
+}
+
+PyObject* PY_XPLMSetDatai(PyObject*, PyObject* args) {
+    return WriteDataRef<int>(args, "Oi", "XPLMSetDatai", XPLMSetDatai);
 }
 PyObject* PY_XPLMSetDataf(PyObject*, PyObject* args) {
-    PyObject* refObject;
-    float value;
-    if (!PyArg_ParseTuple(args, "Of", &refObject, &value)) return nullptr;
-    XPLMDataRef ref = VL_HandleFromObject(refObject);
-    return VL_Guarded(kModule, "XPLMSetDataf", [&] { XPLMSetDataf(ref, value); return VL_Done(); });
+    return WriteDataRef<float>(args, "Of", "XPLMSetDataf", XPLMSetDataf);
 }
 PyObject* PY_XPLMSetDatad(PyObject*, PyObject* args) {
-    PyObject* refObject;
-    double value;
-    if (!PyArg_ParseTuple(args, "Od", &refObject, &value)) return nullptr;
-    XPLMDataRef ref = VL_HandleFromObject(refObject);
-    return VL_Guarded(kModule, "XPLMSetDatad", [&] { XPLMSetDatad(ref, value); return VL_Done(); });
+    return WriteDataRef<double>(args, "Od", "XPLMSetDatad", XPLMSetDatad);
 }
 
 // --- arrays ---
