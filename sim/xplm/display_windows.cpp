@@ -139,7 +139,8 @@ XPLM_API void XPLMTakeKeyboardFocus(XPLMWindowID inWindow) {
     s.focus = inWindow;  // already moved when the losing window hears of it
     const Window* old = s.windows.get(losing);
     if (!old || !old->key || !isPluginEnabled(old->plugin)) return;
-    if (gFocusCallDepth >= kMaxFocusCallDepth) {
+    NestingGuard nesting(gFocusCallDepth, kMaxFocusCallDepth);
+    if (!nesting) {
         Host::get().reportError("XPLMTakeKeyboardFocus: windows keep taking the focus back from their losing-focus "
                                 "calls; window %p keeps it",
                                 inWindow);
@@ -150,9 +151,7 @@ XPLM_API void XPLMTakeKeyboardFocus(XPLMWindowID inWindow) {
     // that; the refcon is the losing window's own.
     Window call = *old;
     CallingPlugin scope(call.plugin);
-    ++gFocusCallDepth;
     call.key(inWindow, 0, 0, 0, call.refcon, 1);
-    --gFocusCallDepth;
 }
 
 XPLM_API void XPLMBringWindowToFront(XPLMWindowID inWindow) {

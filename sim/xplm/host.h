@@ -58,6 +58,27 @@ private:
     int saved_;
 };
 
+// Bounds how deeply plug-in callbacks may re-enter one host operation (a command handler
+// running its own command, two windows taking the focus back from each other): within
+// `limit` nested entries the guard is true; past it the caller reports the error and
+// stops, instead of recursing until the stack overflows.
+class NestingGuard {
+public:
+    NestingGuard(int& depth, int limit) : depth_(depth), entered_(depth < limit) {
+        if (entered_) ++depth_;
+    }
+    ~NestingGuard() {
+        if (entered_) --depth_;
+    }
+    NestingGuard(const NestingGuard&) = delete;
+    NestingGuard& operator=(const NestingGuard&) = delete;
+    explicit operator bool() const { return entered_; }
+
+private:
+    int& depth_;
+    bool entered_;
+};
+
 // Plugin.cpp: a disabled plug-in gets no callbacks; check before calling one.
 bool isPluginEnabled(int plugin);  // false for unknown ids
 // Utilities.cpp: the plug-in's XPLMSetErrorCallback callback; no-op when none installed.
