@@ -112,12 +112,24 @@ const char* phaseName(XPLMCommandPhase phase) {
     }
 }
 
+// Phases dispatched while another is (handlers running commands). The SDK does not say
+// how deeply handlers may do that; a handler that runs its own command would otherwise
+// recurse until the stack overflows, so past this depth a phase is dropped.
+int gDispatchDepth = 0;
+constexpr int kMaxDispatchDepth = 32;
+
 // Before-handlers, the simulator's own action, after-handlers; a 0 from any handler
 // ends the phase there. The SDK does not say whether a 0 from an after-handler stops
 // the later after-handlers; we stop them too, as it does before the simulator's action.
 void dispatch(void* ref, XPLMCommandPhase phase) {
     Command* command = state().commands.get(ref);
     if (!command) return;
+    NestingGuard nesting(gDispatchDepth, kMaxDispatchDepth);
+    if (!nesting) {
+        Host::get().reportError("command %s: handlers run commands %d deep; its %s phase is dropped",
+                                command->name.c_str(), kMaxDispatchDepth, phaseName(phase));
+        return;
+    }
     const std::vector<CommandHandler> chain = command->handlers;  // handlers may change it
     if (!runHandlers(ref, chain, true, phase)) return;
     command = state().commands.get(ref);

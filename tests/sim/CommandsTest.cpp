@@ -2,6 +2,7 @@
 // continue / end phases, before and after handler chains and how a 0 stops them,
 // holds left by an unloaded plug-in, and handle validation.
 
+#include <algorithm>
 #include <filesystem>
 
 #include "XPLMMenus.h"
@@ -29,6 +30,13 @@ int recordCall(XPLMCommandRef, XPLMCommandPhase phase, void* refcon) {
 int unregisterLate(XPLMCommandRef command, XPLMCommandPhase phase, void*) {
     gCalls.push_back("u:" + std::to_string(phase));
     XPLMUnregisterCommandHandler(command, recordCall, 0, const_cast<char*>("late"));
+    return 1;
+}
+
+// A handler that runs its own command again at every begin.
+int runsItself(XPLMCommandRef command, XPLMCommandPhase phase, void*) {
+    gCalls.push_back("again:" + std::to_string(phase));
+    if (phase == xplm_CommandBegin) XPLMCommandOnce(command);
     return 1;
 }
 
@@ -183,6 +191,22 @@ TEST_F(CommandsTest, InvalidOrForeignCommandRefsAreReportedAndIgnored) {
     gErrors.clear();
     XPLMCommandOnce(command);
     EXPECT_EQ(gErrors.size(), 1u);
+    EXPECT_TRUE(gCalls.empty());
+}
+
+TEST_F(CommandsTest, AHandlerRunningItsOwnCommandIsStoppedAtABoundedDepth) {
+    XPLMCommandRef command = XPLMCreateCommand("xpsim/test/loop", "Runs itself");
+    XPLMRegisterCommandHandler(command, runsItself, 1, nullptr);
+    XPLMCommandOnce(command);
+    ASSERT_EQ(gErrors.size(), 2u);  // the innermost begin and end are dropped
+    EXPECT_NE(gErrors[0].find("command xpsim/test/loop: handlers run commands 32 deep; its begin phase"),
+              std::string::npos)
+        << gErrors[0];
+    // Every phase that ran is balanced: as many ends as begins, and nothing is left held.
+    EXPECT_EQ(std::count(gCalls.begin(), gCalls.end(), "again:0"), 32);
+    EXPECT_EQ(std::count(gCalls.begin(), gCalls.end(), "again:2"), 32);
+    gCalls.clear();
+    driver::runFrames(1);
     EXPECT_TRUE(gCalls.empty());
 }
 
