@@ -120,9 +120,23 @@ void disablePlugin(PluginEntry& plugin) {
     releasePlanesOfDisabled(id);
 }
 
+// Messages sent from message handlers, nested. The SDK does not say how deeply that
+// may go; two plug-ins answering each other's message would otherwise recurse until the
+// stack overflows, so past this depth a message is dropped.
+namespace {
+int gMessageDepth = 0;
+constexpr int kMaxMessageDepth = 32;
+}  // namespace
+
 void deliverMessage(int target, int sender, int message, void* param) {
     PluginEntry* p = findPlugin(target);
     if (!p || !p->enabled || !p->receive) return;
+    NestingGuard nesting(gMessageDepth, kMaxMessageDepth);
+    if (!nesting) {
+        Host::get().reportError("message %d to plug-in %d dropped: messages sent from message handlers nest %d deep",
+                                message, target, kMaxMessageDepth);
+        return;
+    }
     XPluginReceiveMessage_f receive = p->receive;
     CallingPlugin calling(target);
     receive(sender, message, param);

@@ -82,6 +82,20 @@ TEST_F(PluginTest, APluginEnabledAgainByAnotherOnesStopIsDisabledBeforeItStops) 
                                                         "enable id=" + beta, "disable id=" + beta, "stop id=" + beta}));
 }
 
+TEST_F(PluginTest, TwoPluginsAnsweringEachOthersMessageAreStoppedAtABoundedDepth) {
+    startSim();
+    std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
+    driver::enablePluginsAndSendLoadMessages();
+    clearEvents("Alpha");
+    clearEvents("Beta");
+    constexpr int kEcho = 0x7FF00007;
+    driver::sendMessage(ids[0], kEcho, ids[1]);  // Alpha and Beta echo to each other
+    EXPECT_EQ(errorsMentioning("messages sent from message handlers nest 32 deep"), 1);
+    EXPECT_EQ(events("Alpha").size() + events("Beta").size(), 32u);
+    EXPECT_EQ(XPLMIsPluginEnabled(ids[0]), 1);
+    EXPECT_EQ(XPLMIsPluginEnabled(ids[1]), 1);
+}
+
 TEST_F(PluginTest, OlderSimulatorsSendNoLiveryOrPrefsMessages) {
     startSim("2.00");
     loadRecorders({"Alpha"});

@@ -12,6 +12,7 @@
 #define MSG_NATIVE_PATHS 0x7FF00004 /* enable XPLM_USE_NATIVE_PATHS when param != 0, else disable */
 #define MSG_DISABLE 0x7FF00005      /* XPLMDisablePlugin(param) */
 #define MSG_ENABLE 0x7FF00006       /* XPLMEnablePlugin(param), result recorded */
+#define MSG_ECHO 0x7FF00007         /* send MSG_ECHO to plug-in `param`, with its own id */
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
     startTestPlugin(outName, outSignature, outDescription, "xpsim.test.", "Records its life cycle and messages.");
@@ -55,6 +56,9 @@ PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* 
             break;
         case MSG_ENABLE:
             recordEvent("enable_result=%d", XPLMEnablePlugin((XPLMPluginID)param));
+            break;
+        case MSG_ECHO:
+            XPLMSendMessageToPlugin((XPLMPluginID)param, MSG_ECHO, (void*)(intptr_t)XPLMGetMyID());
             break;
     }
 }
