@@ -59,9 +59,21 @@ void endControl() {
     ++gCamera.generation;
 }
 
+// Losing-control calls in progress. The SDK does not say what happens when controllers
+// take the camera back from their losing-control calls; we let that nest this deep, then
+// the last one keeps control without telling the one it took it from.
+int gLosingCallDepth = 0;
+constexpr int kMaxLosingCallDepth = 8;
+
 // Control passes away from a callback: it hears about it, if it can still be called.
 void takeAwayFrom(const Controller& previous) {
     if (!previous.function || !isPluginEnabled(previous.plugin)) return;
+    NestingGuard nesting(gLosingCallDepth, kMaxLosingCallDepth);
+    if (!nesting) {
+        Host::get().reportError("XPLMControlCamera: controllers keep taking the camera back from their "
+                                "losing-control calls; the last one keeps it");
+        return;
+    }
     CallingPlugin calling(previous.plugin);
     previous.function(nullptr, 1, previous.refcon);  // the result is not used
 }

@@ -239,6 +239,29 @@ TEST_F(CameraTest, TheSimulatorsViewMovesWithTheUsersAircraft) {
     EXPECT_EQ(errors(), 0);
 }
 
+// Two controllers that take the camera back whenever they lose it.
+int gRetakes = 0;
+template <int Which>
+int retake(XPLMCameraPosition_t*, int losing, void*) {
+    if (losing) {
+        ++gRetakes;
+        XPLMControlCamera(xplm_ControlCameraForever, retake<Which>, nullptr);
+    }
+    return 1;
+}
+
+TEST_F(CameraTest, ControllersTakingTheCameraBackFromTheirLosingCallsDoNotRecurseWithoutEnd) {
+    startSim();
+    XPLMControlCamera(xplm_ControlCameraForever, retake<1>, nullptr);
+    XPLMControlCamera(xplm_ControlCameraForever, retake<2>, nullptr);  // 1 loses and takes it back, 2 loses...
+    EXPECT_EQ(errors(), 1);
+    EXPECT_GE(gRetakes, 2);
+    EXPECT_LE(gRetakes, 16);
+    EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 1);
+    driver::runFrames(1);
+    EXPECT_EQ(errors(), 1);
+}
+
 TEST_F(CameraTest, InvalidArgumentsAreReportedAndChangeNothing) {
     startSim();
     XPLMControlCamera(xplm_ControlCameraForever, nullptr, nullptr);
