@@ -45,10 +45,20 @@ int handOver(XPLMCameraPosition_t*, int losing, void* refcon) {
     return 0;
 }
 
-using CameraTest = WorldTest;
+class CameraTest : public WorldTest {
+protected:
+    void SetUp() override {
+        WorldTest::SetUp();
+        startSim();
+    }
+    static double view(const char* name) {
+        std::string value, error;
+        EXPECT_TRUE(driver::getDataref(name, &value, &error)) << error;
+        return std::stod(value);
+    }
+};
 
-TEST_F(CameraTest, ByDefaultTheCameraIsThePilotsViewOfTheParkedAircraft) {
-    startSim();
+TEST_F(CameraTest, ByDefaultTheCameraIsThePilotsViewOfTheAircraftAndMovesWithIt) {
     XPLMCameraControlDuration duration = 99;
     EXPECT_EQ(XPLMIsCameraBeingControlled(&duration), 0);
     EXPECT_EQ(duration, 99);  // untouched when nobody controls the camera
@@ -61,10 +71,20 @@ TEST_F(CameraTest, ByDefaultTheCameraIsThePilotsViewOfTheParkedAircraft) {
     EXPECT_LT(p.y, world::kAirportElevationM + 10.0);
     EXPECT_FLOAT_EQ(p.heading, static_cast<float>(world::kAircraftHeadingDeg));
     EXPECT_FLOAT_EQ(p.zoom, 1.0f);
+
+    XPLMSetDatad(XPLMFindDataRef("sim/flightmodel/position/local_x"), 1500.0);  // 1.5 km east
+    XPLMSetDataf(XPLMFindDataRef("sim/flightmodel/position/psi"), 90.0f);
+    driver::runFrames(1);
+    XPLMReadCameraPosition(&p);
+    EXPECT_NEAR(p.x, 1500.0f, 1.0f);
+    EXPECT_FLOAT_EQ(p.heading, 90.0f);
+    EXPECT_NEAR(view("sim/graphics/view/view_x"), 1500.0, 1.0);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), 90.0f);
+    EXPECT_EQ(errors(), 0);
 }
 
-TEST_F(CameraTest, ControllerIsCalledEveryFrameAndItsPositionIsTheCamera) {
-    startSim();
+TEST_F(CameraTest, ControllerIsCalledEveryFrameAndItsPositionIsTheCameraAndTheViewDatarefs) {
     Calls calls;
     XPLMControlCamera(xplm_ControlCameraUntilViewChanges, control, &calls);
     EXPECT_EQ(calls.frames, 0);  // from the next drawn frame on
@@ -80,10 +100,14 @@ TEST_F(CameraTest, ControllerIsCalledEveryFrameAndItsPositionIsTheCamera) {
     EXPECT_FLOAT_EQ(p.y, 23.0f);  // written by the third call
     EXPECT_FLOAT_EQ(p.heading, 45.0f);
     EXPECT_FLOAT_EQ(p.zoom, 3.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_x"), 10.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), 23.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_pitch"), 5.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), 45.0f);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_roll"), 1.0f);
 }
 
 TEST_F(CameraTest, ReturningZeroOrDontControlCameraEndsControlWithoutALosingCall) {
-    startSim();
     Calls calls;
     calls.giveUpAt = 2;
     XPLMControlCamera(xplm_ControlCameraForever, control, &calls);
@@ -103,11 +127,11 @@ TEST_F(CameraTest, ReturningZeroOrDontControlCameraEndsControlWithoutALosingCall
     EXPECT_EQ(again.frames, 1);
     EXPECT_EQ(again.losing, 0);
     EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 0);
+    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y) << "the view datarefs are the simulator's again";
     EXPECT_EQ(errors(), 0);
 }
 
 TEST_F(CameraTest, ControlHandedOverDuringTheCallbackStaysWithTheNewController) {
-    startSim();
     Calls first;
     gSuccessor = Calls{};
     XPLMControlCamera(xplm_ControlCameraForever, handOver, &first);
@@ -119,7 +143,6 @@ TEST_F(CameraTest, ControlHandedOverDuringTheCallbackStaysWithTheNewController) 
 }
 
 TEST_F(CameraTest, TakingControlGivesThePreviousControllerItsLosingCall) {
-    startSim();
     Calls mine;
     XPLMControlCamera(xplm_ControlCameraForever, control, &mine);
     driver::runFrames(1);
@@ -155,7 +178,6 @@ TEST_F(CameraTest, TakingControlGivesThePreviousControllerItsLosingCall) {
 }
 
 TEST_F(CameraTest, DisabledOrUnloadedControllerLosesTheCameraAndIsNotCalled) {
-    startSim();
     int a = loadActor("Alpha");
     driver::enablePluginsAndSendLoadMessages();
     driver::sendMessage(a, kCameraTake, xplm_ControlCameraForever);
@@ -174,7 +196,6 @@ TEST_F(CameraTest, DisabledOrUnloadedControllerLosesTheCameraAndIsNotCalled) {
 }
 
 TEST_F(CameraTest, SelectingAnotherViewEndsControlUntilViewChangesOnly) {
-    startSim();
     Calls untilChange, forever;
     XPLMControlCamera(xplm_ControlCameraUntilViewChanges, control, &untilChange);
     driver::runFrames(1);
@@ -195,50 +216,6 @@ TEST_F(CameraTest, SelectingAnotherViewEndsControlUntilViewChangesOnly) {
     EXPECT_EQ(forever.frames, 1);
 }
 
-TEST_F(CameraTest, ViewDataRefsFollowTheCamera) {
-    startSim();
-    auto view = [](const char* name) {
-        std::string value, error;
-        EXPECT_TRUE(driver::getDataref(name, &value, &error)) << error;
-        return std::stod(value);
-    };
-    driver::runFrames(1);
-    XPLMCameraPosition_t p{};
-    XPLMReadCameraPosition(&p);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), p.heading);
-    Calls calls;
-    XPLMControlCamera(xplm_ControlCameraForever, control, &calls);
-    driver::runFrames(2);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_x"), 10.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), 22.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_pitch"), 5.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), 45.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_roll"), 1.0f);
-    XPLMDontControlCamera();
-    driver::runFrames(1);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
-}
-
-TEST_F(CameraTest, TheSimulatorsViewMovesWithTheUsersAircraft) {
-    startSim();
-    XPLMDataRef localX = XPLMFindDataRef("sim/flightmodel/position/local_x");
-    XPLMDataRef psi = XPLMFindDataRef("sim/flightmodel/position/psi");
-    ASSERT_NE(localX, nullptr);
-    ASSERT_NE(psi, nullptr);
-    XPLMSetDatad(localX, 1500.0);  // a plug-in moves the aircraft 1.5 km east
-    XPLMSetDataf(psi, 90.0f);
-    driver::runFrames(1);
-    XPLMCameraPosition_t p{};
-    XPLMReadCameraPosition(&p);
-    EXPECT_NEAR(p.x, 1500.0f, 1.0f);
-    EXPECT_FLOAT_EQ(p.heading, 90.0f);
-    std::string value, error;
-    ASSERT_TRUE(driver::getDataref("sim/graphics/view/view_x", &value, &error)) << error;
-    EXPECT_NEAR(std::stod(value), 1500.0, 1.0);
-    EXPECT_EQ(errors(), 0);
-}
-
 // Two controllers that take the camera back whenever they lose it.
 int gRetakes = 0;
 template <int Which>
@@ -251,7 +228,6 @@ int retake(XPLMCameraPosition_t*, int losing, void*) {
 }
 
 TEST_F(CameraTest, ControllersTakingTheCameraBackFromTheirLosingCallsDoNotRecurseWithoutEnd) {
-    startSim();
     XPLMControlCamera(xplm_ControlCameraForever, retake<1>, nullptr);
     XPLMControlCamera(xplm_ControlCameraForever, retake<2>, nullptr);  // 1 loses and takes it back, 2 loses...
     EXPECT_EQ(errors(), 1);
@@ -263,7 +239,6 @@ TEST_F(CameraTest, ControllersTakingTheCameraBackFromTheirLosingCallsDoNotRecurs
 }
 
 TEST_F(CameraTest, InvalidArgumentsAreReportedAndChangeNothing) {
-    startSim();
     XPLMControlCamera(xplm_ControlCameraForever, nullptr, nullptr);
     Calls calls;
     XPLMControlCamera(7, control, &calls);

@@ -34,19 +34,8 @@ protected:
     }
     int readInt(const std::string& name) { return XPLMGetDatai(find(name)); }
 
-    // Programming errors the host reported for the test process (plug-in 0).
-    int errors() const {
-        int n = 0;
-        for (const std::string& line : readLines(root + "/Log.txt")) {
-            n += line.find("SDK error by plug-in 0:") != std::string::npos;
-        }
-        return n;
-    }
-
     int loadEnabled(const std::string& binary, const std::string& name) {
-        std::string error;
-        int id = driver::loadPlugin(installPlugin(root, binary, name), &error);
-        EXPECT_GT(id, 0) << error;
+        int id = loadTestPlugin(binary, name);
         driver::enablePluginsAndSendLoadMessages();
         return id;
     }

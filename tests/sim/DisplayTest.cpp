@@ -88,10 +88,15 @@ Calls clicks() {
     return out;
 }
 
-class DisplayTest : public DisplaySimTest {};
+class DisplayTest : public DisplaySimTest {
+protected:
+    void SetUp() override {
+        DisplaySimTest::SetUp();
+        startSim();
+    }
+};
 
 TEST_F(DisplayTest, DrawCallbacksRunPerPhaseInSimulatorOrderAndUnregisterByAllFourValues) {
-    startSim();
     // Registered out of order: the simulator's order decides, then registration order.
     EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LastCockpit, 1, refcon("h")), 1);
     EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_Window, 0, refcon("g")), 1);
@@ -128,7 +133,6 @@ TEST_F(DisplayTest, LocalMapPhasesExistFromSdk200On) {
     startSim("1.02");
     EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LocalMap3D, 1, nullptr), 0);
     EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_Panel, 1, nullptr), 1);
-    driver::shutdown();
     startSim("2.00");
     EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LocalMap3D, 1, nullptr), 1);
     EXPECT_EQ(XPLMRegisterDrawCallback(recordPhase, xplm_Phase_LocalMapProfile, 0, nullptr), 1);
@@ -136,7 +140,6 @@ TEST_F(DisplayTest, LocalMapPhasesExistFromSdk200On) {
 }
 
 TEST_F(DisplayTest, BeforeCallbackReturningZeroSuppressesThePhaseDrawingButNotOtherCallbacks) {
-    startSim();
     createWindow("W", 100, 200, 300, 100);
     driver::runFrames(1);
     ASSERT_EQ(drawn("window").size(), 1u);
@@ -171,7 +174,6 @@ void destroyOtherWindow(XPLMWindowID id, void* ref) {
 }
 
 TEST_F(DisplayTest, CallbacksDestroyingWindowsAndUnregisteringDuringDispatchAreSafe) {
-    startSim();
     gVictim = createWindow("victim", 0, 100, 100, 0);
     XPLMRegisterDrawCallback(destroyingCallback, xplm_Phase_Window, 1, nullptr);
     driver::runFrames(2);
@@ -191,7 +193,6 @@ TEST_F(DisplayTest, CallbacksDestroyingWindowsAndUnregisteringDuringDispatchAreS
 }
 
 TEST_F(DisplayTest, WindowsDrawBackToFrontAndBringToFrontChangesTheOrder) {
-    startSim();
     XPLMWindowID a = createWindow("A", 10, 110, 110, 10);
     XPLMWindowID b = createWindow("B", 20, 120, 120, 20);
     XPLMWindowID c = createWindow("C", 30, 130, 130, 30);
@@ -229,7 +230,6 @@ TEST_F(DisplayTest, WindowsDrawBackToFrontAndBringToFrontChangesTheOrder) {
 }
 
 TEST_F(DisplayTest, WindowGeometryVisibilityAndRefconReadBackWhatWasSet) {
-    startSim();
     XPLMWindowID w = XPLMCreateWindow(50, 400, 250, 300, 0, drawWindow, keyWindow, clickWindow, refcon("first"));
     ASSERT_NE(w, nullptr);
     int l = -1, t = -1, r = -1, b = -1;
@@ -257,7 +257,6 @@ TEST_F(DisplayTest, WindowGeometryVisibilityAndRefconReadBackWhatWasSet) {
 }
 
 TEST_F(DisplayTest, InvalidOrDestroyedWindowHandlesReportErrorsAndGetNeutralAnswers) {
-    startSim();
     XPLMWindowID dead = createWindow("dead", 0, 10, 10, 0);
     XPLMDestroyWindow(dead);
     XPLMWindowID live = createWindow("live", 0, 10, 10, 0);
@@ -287,7 +286,6 @@ TEST_F(DisplayTest, InvalidOrDestroyedWindowHandlesReportErrorsAndGetNeutralAnsw
 }
 
 TEST_F(DisplayTest, CreateWindowExNeedsTheWholeStructAndReportsMissingCallbacks) {
-    startSim();
     XPLMCreateWindow_t params{};
     params.structSize = 48;  // a 32-bit caller's size: the callbacks cannot all be there
     params.drawWindowFunc = drawWindow;
@@ -317,7 +315,6 @@ TEST_F(DisplayTest, CreateWindowExNeedsTheWholeStructAndReportsMissingCallbacks)
 }
 
 TEST_F(DisplayTest, MouseDownDragAndUpGoToTheWindowThatTookTheDown) {
-    startSim();
     createWindow("back", 0, 400, 400, 0);
     createWindow("front", 100, 300, 300, 100);
     driver::mouseDown(150, 150);
@@ -358,7 +355,6 @@ TEST_F(DisplayTest, MouseDownDragAndUpGoToTheWindowThatTookTheDown) {
 }
 
 TEST_F(DisplayTest, MouseDownPassedThroughGoesToTheWindowBelowWhichThenOwnsTheClick) {
-    startSim();
     createWindow("under", 0, 400, 400, 0);
     createWindow("passes", 100, 300, 300, 100);
     createWindow("elsewhere", 500, 700, 700, 500);
@@ -385,7 +381,6 @@ int destroyOnClick(XPLMWindowID id, int, int, XPLMMouseStatus status, void*) {
 }
 
 TEST_F(DisplayTest, WindowDestroyedWhileHoldingTheMouseGetsNoMoreCalls) {
-    startSim();
     XPLMCreateWindow(0, 100, 100, 0, 1, drawWindow, keyWindow, destroyOnClick, refcon("w"));
     driver::mouseDown(50, 50);
     driver::mouseMove(60, 60);
@@ -395,7 +390,6 @@ TEST_F(DisplayTest, WindowDestroyedWhileHoldingTheMouseGetsNoMoreCalls) {
 }
 
 TEST_F(DisplayTest, KeyboardFocusSendsKeysToTheWindowAndTellsTheWindowThatLosesIt) {
-    startSim();
     XPLMWindowID a = createWindow("A", 0, 10, 10, 0);
     XPLMWindowID b = createWindow("B", 20, 30, 30, 20);
     XPLMTakeKeyboardFocus(a);
@@ -439,7 +433,6 @@ void grabBack(XPLMWindowID taker, char, XPLMKeyFlags, char, void* ref, int losin
 }
 
 TEST_F(DisplayTest, WindowsTakingTheFocusBackFromTheirLosingCallsDoNotRecurseWithoutEnd) {
-    startSim();
     gGrabbers[0] = createTestWindow(0, 10, 10, 0, drawWindow, clickWindow, grabBack, cursorWindow, wheelWindow,
                                     refcon("A"));
     gGrabbers[1] = createTestWindow(20, 30, 30, 20, drawWindow, clickWindow, grabBack, cursorWindow, wheelWindow,
@@ -460,7 +453,6 @@ int sniff(char key, XPLMKeyFlags, char, void* ref) {
 }
 
 TEST_F(DisplayTest, KeyPressGoesThroughBeforeSniffersFocusedWindowAfterSniffersThenHotKeys) {
-    startSim();
     EXPECT_EQ(XPLMRegisterKeySniffer(sniff, 0, refcon("after1")), 1);
     EXPECT_EQ(XPLMRegisterKeySniffer(sniff, 1, refcon("before1")), 1);
     EXPECT_EQ(XPLMRegisterKeySniffer(sniff, 1, refcon("before2")), 1);
@@ -503,7 +495,6 @@ TEST_F(DisplayTest, KeyPressGoesThroughBeforeSniffersFocusedWindowAfterSniffersT
 void hotKeyCallback(void* ref) { record(std::string("hotkey ") + label(ref)); }
 
 TEST_F(DisplayTest, HotKeysAreListedDescribedRemappedAndFireOnTheirCombination) {
-    startSim();
     std::string longText(600, 'd');
     XPLMHotKeyID first = XPLMRegisterHotKey(XPLM_VK_F1, xplm_DownFlag | xplm_ShiftFlag, "Show map", hotKeyCallback,
                                             refcon("first"));
@@ -569,7 +560,6 @@ TEST_F(DisplayTest, HotKeysAreListedDescribedRemappedAndFireOnTheirCombination) 
 }
 
 TEST_F(DisplayTest, CursorIsAskedOfWindowsUnderTheMouseFrontToBackUntilOneSetsIt) {
-    startSim();
     createWindow("hidden-back", 0, 400, 400, 0);
     XPLMWindowID front = createWindow("default-front", 100, 300, 300, 100);
     driver::mouseMove(150, 160);
@@ -592,7 +582,6 @@ TEST_F(DisplayTest, CursorIsAskedOfWindowsUnderTheMouseFrontToBackUntilOneSetsIt
 }
 
 TEST_F(DisplayTest, WheelGoesToTheFrontWindowUnderTheMouseAndPassesDownWhenRefused) {
-    startSim();
     createWindow("back", 0, 400, 400, 0);
     XPLMWindowID front = createWindow("passes-front", 100, 300, 300, 100);
     driver::mouseWheel(150, 150, 0, -2);
@@ -628,7 +617,6 @@ TEST_F(DisplayTest, ScreenSizeComesFromTheOptionsAndTheMouseStartsInTheMiddle) {
 }
 
 TEST_F(DisplayTest, ShutdownForgetsWindowsCallbacksAndHotKeys) {
-    startSim();
     XPLMWindowID w = createWindow("W", 0, 10, 10, 0);
     XPLMRegisterDrawCallback(recordPhase, xplm_Phase_Window, 1, refcon("cb"));
     XPLMRegisterHotKey(XPLM_VK_F1, 0, "k", hotKeyCallback, refcon("k"));
@@ -651,7 +639,7 @@ namespace {
 constexpr int kTakeFocus = 0x7FF10001;
 
 // Display callbacks of real plug-in binaries (tests/sim/plugins/display_recorder.c).
-class DisplayPluginTest : public DisplaySimTest {
+class DisplayPluginTest : public DisplayTest {
 protected:
     int load(const std::string& name) { return loadTestPlugin("display_recorder", name); }
     // The plug-in's recorded calls; each must have run with the plug-in's own id.
@@ -685,7 +673,6 @@ protected:
 };
 
 TEST_F(DisplayPluginTest, PluginCallbacksRunAsTheirOwnerAndOnlyWhileItIsEnabled) {
-    startSim();
     int alpha = load("Alpha");
     int beta = load("Beta");
     driver::enablePluginsAndSendLoadMessages();
@@ -724,7 +711,6 @@ TEST_F(DisplayPluginTest, PluginCallbacksRunAsTheirOwnerAndOnlyWhileItIsEnabled)
 }
 
 TEST_F(DisplayPluginTest, WheelAndCursorPassedDownSkipAWindowWhosePluginTheFrontOneDisabled) {
-    startSim();
     gDisabledByWindow = load("Alpha");
     driver::enablePluginsAndSendLoadMessages();
     takeEvents("Alpha", gDisabledByWindow);
@@ -742,7 +728,6 @@ TEST_F(DisplayPluginTest, WheelAndCursorPassedDownSkipAWindowWhosePluginTheFront
 }
 
 TEST_F(DisplayPluginTest, ReloadedPluginsLeaveNoWindowsCallbacksOrHotKeysBehind) {
-    startSim();
     load("Alpha");
     load("Beta");
     driver::enablePluginsAndSendLoadMessages();

@@ -13,12 +13,17 @@
 namespace xpsim::test {
 namespace {
 
-class GraphicsTest : public DisplaySimTest {};
+class GraphicsTest : public DisplaySimTest {
+protected:
+    void SetUp() override {
+        DisplaySimTest::SetUp();
+        startSim();
+    }
+};
 
 float kWhite[3] = {1, 1, 1};
 
 TEST_F(GraphicsTest, WorldAndLocalCoordinatesRoundTripAroundTheAircraftsAirport) {
-    startSim();
     double x, y, z;
     XPLMWorldToLocal(world::kAirportLat, world::kAirportLon, world::kAirportElevationM, &x, &y, &z);
     EXPECT_NEAR(x, 0.0, 1e-6);
@@ -61,7 +66,6 @@ int drawTexts(XPLMDrawingPhase, int, void*) {
 }
 
 TEST_F(GraphicsTest, TextNumbersAndBoxesAreRecordedInTheDrawListOfTheFrameThatDrewThem) {
-    startSim();
     XPLMRegisterDrawCallback(drawTexts, xplm_Phase_Window, 0, nullptr);
     EXPECT_TRUE(driver::drawList().empty());
     driver::runFrames(1);
@@ -103,7 +107,6 @@ TEST_F(GraphicsTest, TextNumbersAndBoxesAreRecordedInTheDrawListOfTheFrameThatDr
 }
 
 TEST_F(GraphicsTest, DrawNumberPadsDigitsRoundsDecimalsAndShowsTheSign) {
-    startSim();
     struct Case {
         double value;
         int digits, decimals, sign;
@@ -120,7 +123,6 @@ TEST_F(GraphicsTest, DrawNumberPadsDigitsRoundsDecimalsAndShowsTheSign) {
 }
 
 TEST_F(GraphicsTest, WrappedStringsBreakAtSpacesIntoLinesGoingDown) {
-    startSim();
     int w = 0, h = 0;
     XPLMGetFontDimensions(xplmFont_Basic, &w, &h, nullptr);
     int wrap = 11 * w;  // "alpha beta" fits, "alpha beta gamma" does not
@@ -138,7 +140,6 @@ TEST_F(GraphicsTest, WrappedStringsBreakAtSpacesIntoLinesGoingDown) {
 }
 
 TEST_F(GraphicsTest, FontDimensionsAndMeasuredWidthsAgreePerFont) {
-    startSim();
     for (int font = xplmFont_Basic; font <= xplmFont_Proportional; ++font) {
         int w = -1, h = -1, digitsOnly = -1;
         XPLMGetFontDimensions(font, &w, &h, &digitsOnly);
@@ -178,7 +179,6 @@ TEST_F(GraphicsTest, FontDimensionsAndMeasuredWidthsAgreePerFont) {
 }
 
 TEST_F(GraphicsTest, GraphicsStateAndTextureBindingsAreRecordedOnlyWhenTheyChange) {
-    startSim();
     XPLMSetGraphicsState(0, 1, 0, 0, 1, 0, 0);
     XPLMSetGraphicsState(0, 1, 0, 0, 1, 0, 0);  // redundant: the cache skips it
     XPLMSetGraphicsState(1, 0, 1, 1, 0, 1, 1);
@@ -211,7 +211,6 @@ TEST_F(GraphicsTest, GraphicsStateAndTextureBindingsAreRecordedOnlyWhenTheyChang
 }
 
 TEST_F(GraphicsTest, GeneratedTextureNumbersAreUniqueAndApartFromTheSimulatorsTextures) {
-    startSim();
     std::set<int> seen;
     for (XPLMTextureID id : {xplm_Tex_GeneralInterface, xplm_Tex_AircraftPaint, xplm_Tex_AircraftLiteMap}) {
         int name = XPLMGetTexture(id);

@@ -28,6 +28,10 @@ int drawPlanes(XPLMDrawingPhase, int, void*) {
 
 class PlanesTest : public WorldTest {
 protected:
+    void SetUp() override {
+        WorldTest::SetUp();
+        startSim();
+    }
     int controller() {
         XPLMPluginID id = 12345;
         XPLMCountAircraft(nullptr, nullptr, &id);
@@ -41,7 +45,6 @@ protected:
 };
 
 TEST_F(PlanesTest, UserAndAISlotsHaveModelsUnderTheRoot) {
-    startSim();
     int total = 0, active = 0;
     XPLMPluginID holder = 0;
     XPLMCountAircraft(&total, &active, &holder);
@@ -68,7 +71,6 @@ TEST_F(PlanesTest, UserAndAISlotsHaveModelsUnderTheRoot) {
 }
 
 TEST_F(PlanesTest, AccessIsExclusiveAndReleasingCallsTheWaitingPlugins) {
-    startSim();
     int a = loadActor("Alpha");
     int b = loadActor("Beta");
     int c = loadActor("Gamma");
@@ -104,7 +106,6 @@ TEST_F(PlanesTest, AccessIsExclusiveAndReleasingCallsTheWaitingPlugins) {
 }
 
 TEST_F(PlanesTest, ADisabledWaiterIsCalledOnlyAtAReleaseAfterItIsEnabledAgain) {
-    startSim();
     int a = loadActor("Alpha");
     int b = loadActor("Beta");
     driver::enablePluginsAndSendLoadMessages();
@@ -122,7 +123,6 @@ TEST_F(PlanesTest, ADisabledWaiterIsCalledOnlyAtAReleaseAfterItIsEnabledAgain) {
 }
 
 TEST_F(PlanesTest, ModelsAndActiveCountNeedExclusiveAccess) {
-    startSim();
     int total = 0, active = 0;
     XPLMCountAircraft(&total, &active, nullptr);
     std::string before1 = model(1);
@@ -166,7 +166,6 @@ TEST_F(PlanesTest, ModelsAndActiveCountNeedExclusiveAccess) {
 }
 
 TEST_F(PlanesTest, LoadingModelsAndMovingTheUserAreAnnouncedToPlugins) {
-    startSim();
     loadActor("Alpha");
     std::ofstream(root + "/Resources/plugins/Alpha/record_messages") << "\n";
     driver::enablePluginsAndSendLoadMessages();
@@ -186,7 +185,6 @@ TEST_F(PlanesTest, LoadingModelsAndMovingTheUserAreAnnouncedToPlugins) {
 }
 
 TEST_F(PlanesTest, DrawAircraftRecordsTheSlotsModelAndPoseInTheDrawList) {
-    startSim();
     std::string jet = root + "/Aircraft/Jets/jet.acf";
     char* list[] = {const_cast<char*>(jet.c_str()), nullptr};
     ASSERT_EQ(XPLMAcquirePlanes(list, nullptr, nullptr), 1);
@@ -206,7 +204,6 @@ TEST_F(PlanesTest, DrawAircraftRecordsTheSlotsModelAndPoseInTheDrawList) {
 }
 
 TEST_F(PlanesTest, PlacingTheUserAtAnAirportMovesTheAircraftAndItsView) {
-    startSim();
     XPLMCameraPosition_t atSea{};
     XPLMReadCameraPosition(&atSea);
     XPLMPlaceUserAtAirport("KOLM");

@@ -29,6 +29,10 @@ std::string msg(int from, int message, long param) {
 
 class PluginTest : public SimRootTest {
 protected:
+    void SetUp() override {
+        SimRootTest::SetUp();
+        startSim();
+    }
     // Installs the recorder plug-in under each name and loads them in that order.
     std::vector<int> loadRecorders(const std::vector<std::string>& names) {
         std::vector<int> ids;
@@ -44,7 +48,6 @@ protected:
 };
 
 TEST_F(PluginTest, LifeCycleRunsStartEnableLoadMessagesThenPrefsDisableStopInOrder) {
-    startSim();
     installPlugin(root, "plug_recorder", "Beta");
     installPlugin(root, "plug_recorder", "Alpha");
     std::vector<std::string> found = driver::findPlugins();
@@ -71,7 +74,6 @@ TEST_F(PluginTest, LifeCycleRunsStartEnableLoadMessagesThenPrefsDisableStopInOrd
 }
 
 TEST_F(PluginTest, APluginEnabledAgainByAnotherOnesStopIsDisabledBeforeItStops) {
-    startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
     touch("Alpha", "enable_on_stop");
     driver::enablePluginsAndSendLoadMessages();
@@ -83,7 +85,6 @@ TEST_F(PluginTest, APluginEnabledAgainByAnotherOnesStopIsDisabledBeforeItStops) 
 }
 
 TEST_F(PluginTest, TwoPluginsAnsweringEachOthersMessageAreStoppedAtABoundedDepth) {
-    startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
     driver::enablePluginsAndSendLoadMessages();
     clearEvents("Alpha");
@@ -108,7 +109,6 @@ TEST_F(PluginTest, OlderSimulatorsSendNoLiveryOrPrefsMessages) {
 }
 
 TEST_F(PluginTest, StartReturningZeroLeavesThePluginUnloaded) {
-    startSim();
     std::string path = installPlugin(root, "plug_recorder", "Refuser");
     touch("Refuser", "refuse_start");
     std::string error;
@@ -123,7 +123,6 @@ TEST_F(PluginTest, StartReturningZeroLeavesThePluginUnloaded) {
 }
 
 TEST_F(PluginTest, BinariesThatAreNotPluginsAreRefusedWithAReason) {
-    startSim();
     struct Case {
         std::string path, reason;
     } cases[] = {
@@ -147,7 +146,6 @@ TEST_F(PluginTest, BinariesThatAreNotPluginsAreRefusedWithAReason) {
 }
 
 TEST_F(PluginTest, DisabledPluginsGetNoMessagesAndEnableCallsXPluginEnableOnce) {
-    startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta", "Grumpy"});
     touch("Grumpy", "refuse_enable");
     driver::enablePluginsAndSendLoadMessages();
@@ -181,7 +179,6 @@ TEST_F(PluginTest, DisabledPluginsGetNoMessagesAndEnableCallsXPluginEnableOnce) 
 }
 
 TEST_F(PluginTest, MessagesCarryTheSenderAndBroadcastsReachEveryEnabledPlugin) {
-    startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta", "Gamma"});
     std::string error;
     int silent = driver::loadPlugin(installPlugin(root, "plug_long_names", "Silent"), &error);
@@ -206,7 +203,6 @@ TEST_F(PluginTest, MessagesCarryTheSenderAndBroadcastsReachEveryEnabledPlugin) {
 }
 
 TEST_F(PluginTest, ReloadRequestedInACallbackHappensAtTheEndOfTheFrameWithNewIds) {
-    startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
     driver::enablePluginsAndSendLoadMessages();
     clearEvents("Alpha");
@@ -234,7 +230,6 @@ TEST_F(PluginTest, ReloadRequestedInACallbackHappensAtTheEndOfTheFrameWithNewIds
 }
 
 TEST_F(PluginTest, UnloadingDropsEverythingAPluginLeftRegistered) {
-    startSim();
     std::string events = root + "/Output/leaky_events.txt";
     std::string error;
     ASSERT_EQ(driver::loadPlugin(installPlugin(root, "plug_leaky", "Leaky"), &error), 1) << error;
@@ -286,7 +281,6 @@ TEST_F(PluginTest, FeaturesDependOnTheSimulatorAndAreEnabledPerPlugin) {
         EXPECT_EQ(features, expected) << sdk;
         EXPECT_EQ(XPLMHasFeature("XPLM_USE_NATIVE_PATHS"), std::string(sdk) == "2.10" ? 1 : 0) << sdk;
         EXPECT_EQ(XPLMHasFeature("XPLM_USE_NATIVE_WIDGET_WINDOWS"), 0);
-        driver::shutdown();
     }
     startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
@@ -308,7 +302,6 @@ TEST_F(PluginTest, FeaturesDependOnTheSimulatorAndAreEnabledPerPlugin) {
 }
 
 TEST_F(PluginTest, InfoAndLookupsDescribeEachLoadedPlugin) {
-    startSim();
     std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
     std::string error;
     int longNames = driver::loadPlugin(installPlugin(root, "plug_long_names", "Long"), &error);
@@ -355,8 +348,6 @@ TEST_F(PluginTest, SdkLibraryLinksPointAtTheLoadedLibraryExceptUnder102) {
     ASSERT_TRUE(dladdr(reinterpret_cast<void*>(&XPLMGetMyID), &info));
     char loaded[PATH_MAX];
     ASSERT_TRUE(realpath(info.dli_fname, loaded));
-
-    startSim();
     char target[PATH_MAX] = {};
     ASSERT_GT(readlink(link.c_str(), target, sizeof target - 1), 0);
     EXPECT_STREQ(target, loaded);
@@ -367,8 +358,6 @@ TEST_F(PluginTest, SdkLibraryLinksPointAtTheLoadedLibraryExceptUnder102) {
         EXPECT_EQ(dlsym(handle, "XPLMGetMyID"), reinterpret_cast<void*>(&XPLMGetMyID));
         dlclose(handle);
     }
-    driver::shutdown();
-
     startSim("1.02");
     EXPECT_NE(access(link.c_str(), F_OK), 0);
     EXPECT_NE(access((root + "/Resources/plugins/XPWidgets_64.so").c_str(), F_OK), 0);

@@ -53,10 +53,8 @@ protected:
     }
     void start(double fps) {
         Options options;
-        options.root = root;
         options.fps = fps;
-        std::string error;
-        ASSERT_TRUE(driver::start(options, &error)) << error;
+        startSimWith(options);
     }
 
     XPLMFlightLoopID create(Loop& loop, XPLMFlightLoopPhaseType phase) {
@@ -196,7 +194,6 @@ TEST_F(ProcessingTest, LoopsRunByPhaseThenInRegistrationOrder) {
 }
 
 TEST_F(ProcessingTest, CallbackArgumentsFollowTheSimulatedClock) {
-    driver::shutdown();
     start(50.0);
     driver::runFrames(25);  // 0.5 s
     EXPECT_FLOAT_EQ(XPLMGetElapsedTime(), 0.5f);

@@ -153,19 +153,6 @@ TEST_F(RunnerTest, FailedChecksNameTheLineAndWhatWasFound) {
     EXPECT_EQ(driver::cycleNumber(), cycles);
 }
 
-// The scenario library drives the same plug-in in the test process as xpsim does.
-TEST_F(RunnerTest, EverythingScenarioPassesInProcess) {
-    startSim();
-    std::string error;
-    ASSERT_EQ(driver::loadPlugin(std::string(XPSIM_TEST_PLUGIN_DIR) + "/everything.xpl", &error), 1) << error;
-    driver::enablePluginsAndSendLoadMessages();
-    ScenarioContext context{root, &out};
-    EXPECT_TRUE(runner::playScenarioFile(std::string(XPSIM_SOURCE_DIR) + "/tests/sim/scenarios/everything.txt", context,
-                                         &error))
-        << error;
-    EXPECT_EQ(driver::findPluginBySignature("xpsim.test.everything"), 2);  // reloaded once
-}
-
 TEST_F(RunnerTest, ExecutableExitsZeroAfterStoppingEveryFoundPlugin) {
     installPlugin(root, "plug_recorder", "Alpha");
     installPlugin(root, "plug_recorder", "Beta");

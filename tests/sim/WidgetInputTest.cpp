@@ -180,7 +180,7 @@ TEST_F(WidgetFormTest, TextFieldTakesFocusOnClickAndEditsItsDescriptorWithTheKey
     EXPECT_TRUE(drawn("caret").empty());
 }
 
-TEST_F(WidgetFormTest, TextFieldSelectsByDraggingTheMouse) {
+TEST_F(WidgetFormTest, TextFieldSelectsByDraggingTheMouseAndScrollsToKeepTheCaretInView) {
     XPSetWidgetDescriptor(field, "abcdefgh");
     // Characters are 8 pixels wide from 3 pixels inside the field's left edge.
     driver::mouseDown(123 + 8 * 2, 490);
@@ -194,6 +194,18 @@ TEST_F(WidgetFormTest, TextFieldSelectsByDraggingTheMouse) {
     EXPECT_EQ(property(field, xpProperty_EditFieldSelDragStart), -1);
     XPSetWidgetDescriptor(field, "ab");
     EXPECT_EQ(property(field, xpProperty_EditFieldSelEnd), 2) << "clamped to the new text";
+
+    XPSetWidgetDescriptor(field, "");
+    XPSetWidgetGeometry(field, 120, 500, 180, 480);  // room for 6 characters of 8 pixels
+    XPSetKeyboardFocus(field);
+    type("abcdefghij");
+    EXPECT_EQ(property(field, xpProperty_ScrollPosition), 4);
+    bool tail = false;
+    for (const DrawItem& s : drawn("string")) tail |= s.text == "efghij";
+    EXPECT_TRUE(tail);
+    key(0, XPLM_VK_HOME);
+    EXPECT_EQ(property(field, xpProperty_ScrollPosition), 0);
+    EXPECT_EQ(drawn("caret").at(0).x, 123);
 }
 
 TEST_F(WidgetFormTest, ScrollBarStepsPagesAndDragsItsThumbReportingEachChange) {
@@ -280,15 +292,6 @@ TEST_F(WidgetFormTest, ClickingABackWindowBringsItToFrontAndKeysFollowTheFocused
     EXPECT_EQ(XPIsWidgetInFront(other), 1);
 }
 
-TEST_F(WidgetFormTest, AnotherWindowTakingTheKeyboardTakesItFromTheWidget) {
-    XPSetKeyboardFocus(field);
-    XPLMWindowID plain = XPLMCreateWindow(0, 100, 50, 0, 1, nullptr, nullptr, nullptr, nullptr);
-    calls().clear();
-    XPLMTakeKeyboardFocus(plain);
-    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
-    EXPECT_EQ(messagesOf("Field"), (Strings{"Field KeyLoseFocus 1"}));
-}
-
 TEST_F(WidgetFormTest, DestroyingTheRootRemovesItsWindowAndAClickThatDestroysIsSafe) {
     static XPWidgetID doomed;
     doomed = form;
@@ -324,12 +327,6 @@ TEST_F(WidgetFormTest, CursorAndWheelGoUpTheChainFromTheWidgetUnderTheMouse) {
     EXPECT_EQ(callsOf("Form MouseWheel").size(), 1u);
 }
 
-}  // namespace
-}  // namespace xpsim::test
-
-namespace xpsim::test {
-namespace {
-
 // A custom widget that is a push button with a logging front: the SDK's way to subclass.
 int chainsToButton(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
     logNonNoise(m, w, p1);
@@ -362,32 +359,7 @@ TEST_F(WidgetFormTest, CustomWidgetsChainToAClassFunctionAndIconsAndVerticalBars
     EXPECT_EQ(property(vbar, xpProperty_ScrollBarSliderPosition), 60);
 }
 
-}  // namespace
-}  // namespace xpsim::test
-
-namespace xpsim::test {
-namespace {
-
-TEST_F(WidgetFormTest, TextFieldScrollsToKeepTheCaretInView) {
-    XPSetWidgetGeometry(field, 120, 500, 180, 480);  // room for 6 characters of 8 pixels
-    XPSetKeyboardFocus(field);
-    type("abcdefghij");
-    EXPECT_EQ(property(field, xpProperty_ScrollPosition), 4);
-    bool tail = false;
-    for (const DrawItem& s : drawn("string")) tail |= s.text == "efghij";
-    EXPECT_TRUE(tail);
-    key(0, XPLM_VK_HOME);
-    EXPECT_EQ(property(field, xpProperty_ScrollPosition), 0);
-    EXPECT_EQ(drawn("caret").at(0).x, 123);
-}
-
-}  // namespace
-}  // namespace xpsim::test
-
-namespace xpsim::test {
-namespace {
-
-TEST_F(WidgetFormTest, KeysNobodyInTheChainTakesGoOnToTheSimulatorsHotKeys) {
+TEST_F(WidgetFormTest, KeysNobodyInTheChainTakesGoToHotKeysAndAnotherWindowTakingTheKeyboardTakesItFromTheWidget) {
     static int fired;
     fired = 0;
     XPLMRegisterHotKey(XPLM_VK_F5, xplm_DownFlag, "test", [](void*) { ++fired; }, nullptr);
@@ -398,6 +370,12 @@ TEST_F(WidgetFormTest, KeysNobodyInTheChainTakesGoOnToTheSimulatorsHotKeys) {
     key('a', XPLM_VK_A);
     EXPECT_EQ(fired, 1) << "typed into the field";
     EXPECT_EQ(descriptorOf(field), "a");
+
+    XPLMWindowID plain = XPLMCreateWindow(0, 100, 50, 0, 1, nullptr, nullptr, nullptr, nullptr);
+    calls().clear();
+    XPLMTakeKeyboardFocus(plain);
+    EXPECT_EQ(XPGetWidgetWithFocus(), nullptr);
+    EXPECT_EQ(messagesOf("Field"), (Strings{"Field KeyLoseFocus 1"}));
 }
 
 TEST_F(WidgetFormTest, TheClipPropertyBracketsTheWidgetsDrawingWithItsExposedBox) {

@@ -65,8 +65,9 @@ protected:
         options.sdk = sdk;
         startSimWith(options);
     }
-    // Starts a run on this test's root with other settings.
+    // Starts a run on this test's root with these settings, ending the one before if any.
     void startSimWith(Options options) {
+        driver::shutdown();
         options.root = root;
         std::string error;
         ASSERT_TRUE(driver::start(options, &error)) << error;

@@ -12,6 +12,7 @@
 #include "XPWidgetUtils.h"
 #include "XPWidgets.h"
 #include "display_test_util.h"
+#include "plugins/widget_messages.h"
 
 namespace xpsim::test {
 
@@ -31,30 +32,11 @@ inline std::string nameOf(XPWidgetID id) {
     return buffer;
 }
 
-inline const char* messageName(XPWidgetMessage m) {
-    static const std::map<int, const char*> names = {
-        {xpMsg_Create, "Create"}, {xpMsg_Destroy, "Destroy"}, {xpMsg_Paint, "Paint"}, {xpMsg_Draw, "Draw"},
-        {xpMsg_KeyPress, "KeyPress"}, {xpMsg_KeyTakeFocus, "KeyTakeFocus"}, {xpMsg_KeyLoseFocus, "KeyLoseFocus"},
-        {xpMsg_MouseDown, "MouseDown"}, {xpMsg_MouseDrag, "MouseDrag"}, {xpMsg_MouseUp, "MouseUp"},
-        {xpMsg_Reshape, "Reshape"}, {xpMsg_ExposedChanged, "ExposedChanged"}, {xpMsg_AcceptChild, "AcceptChild"},
-        {xpMsg_LoseChild, "LoseChild"}, {xpMsg_AcceptParent, "AcceptParent"}, {xpMsg_Shown, "Shown"},
-        {xpMsg_Hidden, "Hidden"}, {xpMsg_DescriptorChanged, "DescriptorChanged"},
-        {xpMsg_PropertyChanged, "PropertyChanged"}, {xpMsg_MouseWheel, "MouseWheel"},
-        {xpMsg_CursorAdjust, "CursorAdjust"}, {xpMessage_CloseButtonPushed, "CloseButtonPushed"},
-        {xpMsg_PushButtonPressed, "PushButtonPressed"}, {xpMsg_ButtonStateChanged, "ButtonStateChanged"},
-        {xpMsg_TextFieldChanged, "TextFieldChanged"},
-        {xpMsg_ScrollBarSliderPositionChanged, "ScrollBarSliderPositionChanged"}};
-    auto it = names.find(m);
-    return it == names.end() ? "User" : it->second;
-}
-
-// Messages whose p1 names a widget are logged with its name, the rest with the number.
+// Messages whose p1 names a widget are logged with its name, mouse and key messages
+// as "ptr", the rest with the number.
 inline std::string describe(XPWidgetMessage m, intptr_t p1) {
+    if (widgetMessageNamesWidget(m)) return nameOf(reinterpret_cast<XPWidgetID>(p1));
     switch (m) {
-    case xpMsg_Reshape: case xpMsg_AcceptChild: case xpMsg_LoseChild: case xpMsg_AcceptParent:
-    case xpMsg_Shown: case xpMsg_Hidden: case xpMessage_CloseButtonPushed: case xpMsg_PushButtonPressed:
-    case xpMsg_ButtonStateChanged: case xpMsg_TextFieldChanged: case xpMsg_ScrollBarSliderPositionChanged:
-        return nameOf(reinterpret_cast<XPWidgetID>(p1));
     case xpMsg_KeyPress: case xpMsg_MouseDown: case xpMsg_MouseDrag: case xpMsg_MouseUp:
     case xpMsg_MouseWheel: case xpMsg_CursorAdjust:
         return "ptr";
@@ -69,7 +51,7 @@ inline bool isNoise(XPWidgetMessage m) {
 }
 
 inline int logNonNoise(XPWidgetMessage m, XPWidgetID w, intptr_t p1) {
-    if (!isNoise(m)) record(nameOf(w) + " " + messageName(m) + " " + describe(m, p1));
+    if (!isNoise(m)) record(nameOf(w) + " " + widgetMessageName(m) + " " + describe(m, p1));
     return 0;
 }
 

@@ -2,11 +2,7 @@
  * where <Name> is the folder it is installed in, and remembers which plug-in the host
  * said was calling (XPLMGetMyID) and which refcon each callback got. */
 #include <stdint.h>
-#include <stdio.h>
-#include <string.h>
 
-#include "XPLMDataAccess.h"
-#include "XPLMPlugin.h"
 #include "test_plugin.h"
 
 /* Test messages; the parameter is an int in the pointer. */
@@ -23,14 +19,14 @@ static float gFloats[kArraySize] = {0.5f, 1.5f, 2.5f, 3.5f};
 static unsigned char gData[kDataSize] = "abcdefg";
 static int gReadOnly = 99;
 static int gSeenId = -2;      /* XPLMGetMyID in the last value callback */
-static intptr_t gSeenRefcon;  /* refcon the last value callback got */
+static int gSeenRefcon;       /* refcon the last value callback got */
 static int gCalls;            /* value callbacks so far */
 
 static XPLMDataRef gValues, gReadOnlyRef, gSeenIdRef, gSeenRefconRef, gCallsRef;
 
 static void seen(void* refcon) {
     gSeenId = XPLMGetMyID();
-    gSeenRefcon = (intptr_t)refcon;
+    gSeenRefcon = (int)(intptr_t)refcon;
     ++gCalls;
 }
 
@@ -64,16 +60,6 @@ ARRAY_ACCESSORS(Floats, float, float, gFloats, kArraySize)
 ARRAY_ACCESSORS(Data, void, unsigned char, gData, kDataSize)
 
 static int getReadOnly(void* r) { seen(r); return gReadOnly; }
-static int getSeenId(void* r) { return gSeenId; }
-static int getSeenRefcon(void* r) { return (int)gSeenRefcon; }
-static int getCalls(void* r) { return gCalls; }
-
-static XPLMDataRef registerInt(const char* leaf, XPLMGetDatai_f get) {
-    char name[600];
-    snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
-    return XPLMRegisterDataAccessor(name, xplmType_Int, 0, get, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
-                                    NULL, NULL, NULL, NULL, NULL, NULL);
-}
 
 static void registerAll(void) {
     char name[600];
@@ -84,10 +70,12 @@ static void registerAll(void) {
         xplmType_Int | xplmType_Float | xplmType_Double | xplmType_IntArray | xplmType_FloatArray | xplmType_Data,
         1, getInt, setInt, getFloat, setFloat, getDouble, setDouble, getInts, setInts, getFloats, setFloats,
         getData, setData, (void*)11, (void*)22);
-    gReadOnlyRef = registerInt("read_only", getReadOnly);
-    gSeenIdRef = registerInt("seen_id", getSeenId);
-    gSeenRefconRef = registerInt("seen_refcon", getSeenRefcon);
-    gCallsRef = registerInt("calls", getCalls);
+    snprintf(name, sizeof name, "xpsim/test/%s/read_only", gName);
+    gReadOnlyRef = XPLMRegisterDataAccessor(name, xplmType_Int, 0, getReadOnly, NULL, NULL, NULL, NULL, NULL, NULL,
+                                            NULL, NULL, NULL, NULL, NULL, NULL, NULL);
+    gSeenIdRef = publishInt("seen_id", &gSeenId);
+    gSeenRefconRef = publishInt("seen_refcon", &gSeenRefcon);
+    gCallsRef = publishInt("calls", &gCalls);
 }
 
 static void unregisterAll(void) {
@@ -99,10 +87,7 @@ static void unregisterAll(void) {
 }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.%s", gName);
-    strcpy(outDescription, "Publishes accessor datarefs.");
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.", "Publishes accessor datarefs.");
     registerAll();
     return 1;
 }

@@ -3,11 +3,7 @@
  * notifications it got, the value it read in the last one, and the results of its
  * share and unshare calls. <Name> is the folder it is installed in. */
 #include <stdint.h>
-#include <stdio.h>
-#include <string.h>
 
-#include "XPLMDataAccess.h"
-#include "XPLMPlugin.h"
 #include "test_plugin.h"
 
 /* Test messages; the parameter is an int in the pointer. */
@@ -26,31 +22,18 @@ static void changed(void* refcon) {
     gNotifiedId = XPLMGetMyID();
 }
 
-static int getInt(void* refcon) { return *(int*)refcon; }
-
-static void publish(const char* leaf, int* value) {
-    char name[600];
-    snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
-    XPLMRegisterDataAccessor(name, xplmType_Int, 0, getInt, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
-                             NULL, NULL, NULL, value, NULL);
-}
-
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.%s", gName);
-    strcpy(outDescription, "Shares data and counts change notifications.");
-    publish("notified", &gNotified);
-    publish("notified_value", &gNotifiedValue);
-    publish("notified_id", &gNotifiedId);
-    publish("last_result", &gLastResult);
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.",
+                    "Shares data and counts change notifications.");
+    publishInt("notified", &gNotified);
+    publishInt("notified_value", &gNotifiedValue);
+    publishInt("notified_id", &gNotifiedId);
+    publishInt("last_result", &gLastResult);
     gLastResult = XPLMShareData("xpsim/test/shared", xplmType_Int, changed, NULL);
     return 1;
 }
 
-PLUGIN_API void XPluginStop(void) {}
-PLUGIN_API int XPluginEnable(void) { return 1; }
-PLUGIN_API void XPluginDisable(void) {}
+TEST_PLUGIN_PLAIN_LIFECYCLE()
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {
     int param = (int)(intptr_t)inParam;

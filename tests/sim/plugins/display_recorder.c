@@ -64,11 +64,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
 
 /* Leaves its window, callbacks and hot key behind, as careless plug-ins do: the host
  * must forget them itself. */
-PLUGIN_API void XPluginStop(void) {}
-
-PLUGIN_API int XPluginEnable(void) { return 1; }
-
-PLUGIN_API void XPluginDisable(void) {}
+TEST_PLUGIN_PLAIN_LIFECYCLE()
 
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {
     if (inMessage == MSG_TAKE_FOCUS) XPLMTakeKeyboardFocus(gWindow);

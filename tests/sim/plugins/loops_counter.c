@@ -3,13 +3,8 @@
  * host reported while they ran, published as xpsim/test/<Name>/{legacy_calls,
  * created_calls,seen_id}. <Name> is the folder it is installed in. Like a careless
  * plug-in it leaves everything registered at stop: the host must drop it. */
-#include <stdio.h>
-#include <string.h>
-
-#include "XPLMDataAccess.h"
-#include "XPLMPlugin.h"
-#include "test_plugin.h"
 #include "XPLMProcessing.h"
+#include "test_plugin.h"
 
 static int gLegacyCalls;
 static int gCreatedCalls;
@@ -28,24 +23,12 @@ static float createdLoop(float sinceCall, float sinceLoop, int counter, void* re
     return -2.0f;
 }
 
-static int getInt(void* refcon) { return *(int*)refcon; }
-
-static void publish(const char* leaf, int* value) {
-    char name[600];
-    snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
-    XPLMRegisterDataAccessor(name, xplmType_Int, 0, getInt, NULL, NULL, NULL, NULL, NULL, NULL, NULL, NULL,
-                             NULL, NULL, NULL, value, NULL);
-}
-
 PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescription) {
     XPLMCreateFlightLoop_t params;
-    findMyFolder();
-    strcpy(outName, gName);
-    sprintf(outSignature, "xpsim.test.%s", gName);
-    strcpy(outDescription, "Counts flight-loop calls.");
-    publish("legacy_calls", &gLegacyCalls);
-    publish("created_calls", &gCreatedCalls);
-    publish("seen_id", &gSeenId);
+    startTestPlugin(outName, outSignature, outDescription, "xpsim.test.", "Counts flight-loop calls.");
+    publishInt("legacy_calls", &gLegacyCalls);
+    publishInt("created_calls", &gCreatedCalls);
+    publishInt("seen_id", &gSeenId);
     XPLMRegisterFlightLoopCallback(legacyLoop, -1.0f, NULL);
     params.structSize = sizeof params;
     params.phase = xplm_FlightLoop_Phase_AfterFlightModel;
@@ -56,7 +39,5 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
     return 1;
 }
 
-PLUGIN_API void XPluginStop(void) {}
-PLUGIN_API int XPluginEnable(void) { return 1; }
-PLUGIN_API void XPluginDisable(void) {}
+TEST_PLUGIN_PLAIN_LIFECYCLE()
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {}

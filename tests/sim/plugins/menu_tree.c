@@ -55,9 +55,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSignature, char* outDescript
     return 1;
 }
 
-PLUGIN_API void XPluginStop(void) {}
-PLUGIN_API int XPluginEnable(void) { return 1; }
-PLUGIN_API void XPluginDisable(void) {}
+TEST_PLUGIN_PLAIN_LIFECYCLE()
 PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFrom, int inMessage, void* inParam) {
     if (inMessage != MSG_DESTROY_MENU) return;
     XPLMSetErrorCallback(onError);

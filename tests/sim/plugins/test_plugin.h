@@ -9,6 +9,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "XPLMDataAccess.h"
 #include "XPLMDisplay.h"
 #include "XPLMPlugin.h"
 
@@ -38,6 +39,22 @@ static inline void startTestPlugin(char* outName, char* outSignature, char* outD
     snprintf(outName, 256, "%.255s", gName);
     snprintf(outSignature, 256, "%s%.200s", signaturePrefix, gName);
     snprintf(outDescription, 256, "%s", description);
+}
+
+/* The life-cycle calls of a plug-in that does all its work at start and in messages. */
+#define TEST_PLUGIN_PLAIN_LIFECYCLE()            \
+    PLUGIN_API void XPluginStop(void) {}         \
+    PLUGIN_API int XPluginEnable(void) { return 1; } \
+    PLUGIN_API void XPluginDisable(void) {}
+
+static inline int readPublishedInt(void* refcon) { return *(int*)refcon; }
+
+/* Publishes *value as the read-only int dataref xpsim/test/<Name>/<leaf>, for the tests to read. */
+static inline XPLMDataRef publishInt(const char* leaf, int* value) {
+    char name[600];
+    snprintf(name, sizeof name, "xpsim/test/%s/%s", gName, leaf);
+    return XPLMRegisterDataAccessor(name, xplmType_Int, 0, readPublishedInt, NULL, NULL, NULL, NULL, NULL, NULL,
+                                    NULL, NULL, NULL, NULL, NULL, value, NULL);
 }
 
 /* Appends one printf-formatted line to events.txt. */

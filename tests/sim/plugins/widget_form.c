@@ -13,6 +13,7 @@
 #include "XPWidgetUtils.h"
 #include "XPWidgets.h"
 #include "test_plugin.h"
+#include "widget_messages.h"
 
 #define MSG_REPORT 0x7FF20001        /* record focus, texts, states, the custom widget's exposure */
 #define MSG_DESTROY_GROUP 0x7FF20002 /* destroy the nested container and what it holds */
@@ -35,72 +36,22 @@ static const char* nameOf(XPWidgetID id) {
     return "?";
 }
 
-static const char* messageName(XPWidgetMessage m) {
-    switch (m) {
-    case xpMsg_Create: return "Create";
-    case xpMsg_Destroy: return "Destroy";
-    case xpMsg_KeyPress: return "KeyPress";
-    case xpMsg_KeyTakeFocus: return "KeyTakeFocus";
-    case xpMsg_KeyLoseFocus: return "KeyLoseFocus";
-    case xpMsg_MouseDown: return "MouseDown";
-    case xpMsg_MouseDrag: return "MouseDrag";
-    case xpMsg_MouseUp: return "MouseUp";
-    case xpMsg_Reshape: return "Reshape";
-    case xpMsg_ExposedChanged: return "ExposedChanged";
-    case xpMsg_AcceptChild: return "AcceptChild";
-    case xpMsg_LoseChild: return "LoseChild";
-    case xpMsg_AcceptParent: return "AcceptParent";
-    case xpMsg_Shown: return "Shown";
-    case xpMsg_Hidden: return "Hidden";
-    case xpMsg_DescriptorChanged: return "DescriptorChanged";
-    case xpMsg_PropertyChanged: return "PropertyChanged";
-    case xpMsg_MouseWheel: return "MouseWheel";
-    case xpMessage_CloseButtonPushed: return "CloseButtonPushed";
-    case xpMsg_PushButtonPressed: return "PushButtonPressed";
-    case xpMsg_ButtonStateChanged: return "ButtonStateChanged";
-    case xpMsg_TextFieldChanged: return "TextFieldChanged";
-    case xpMsg_ScrollBarSliderPositionChanged: return "ScrollBarSliderPositionChanged";
-    default: return "Other";
-    }
-}
-
 /* Added to every widget: records and passes the message on. */
 static int logger(XPWidgetMessage m, XPWidgetID w, intptr_t p1, intptr_t p2) {
-    switch (m) {
-    case xpMsg_Paint:
-    case xpMsg_Draw:
-    case xpMsg_CursorAdjust:
-        break;
-    case xpMsg_PropertyChanged:
+    const char* name = widgetMessageName(m);
+    if (m == xpMsg_Paint || m == xpMsg_Draw || m == xpMsg_CursorAdjust) return 0;
+    if (m == xpMsg_PropertyChanged)
         recordEvent("%s PropertyChanged %d=%ld", nameOf(w), (int)p1, (long)p2);
-        break;
-    case xpMsg_KeyPress:
+    else if (m == xpMsg_KeyPress)
         recordEvent("%s KeyPress %d", nameOf(w), KEY_CHAR(p1));
-        break;
-    case xpMsg_MouseDown:
-    case xpMsg_MouseDrag:
-    case xpMsg_MouseUp:
-        recordEvent("%s %s %d,%d", nameOf(w), messageName(m), MOUSE_X(p1), MOUSE_Y(p1));
-        break;
-    case xpMsg_Reshape:
-    case xpMsg_AcceptChild:
-    case xpMsg_LoseChild:
-    case xpMsg_AcceptParent:
-    case xpMsg_Shown:
-    case xpMsg_Hidden:
-    case xpMessage_CloseButtonPushed:
-    case xpMsg_PushButtonPressed:
-    case xpMsg_TextFieldChanged:
-    case xpMsg_ScrollBarSliderPositionChanged:
-        recordEvent("%s %s %s", nameOf(w), messageName(m), nameOf((XPWidgetID)p1));
-        break;
-    case xpMsg_ButtonStateChanged:
+    else if (m == xpMsg_MouseDown || m == xpMsg_MouseDrag || m == xpMsg_MouseUp)
+        recordEvent("%s %s %d,%d", nameOf(w), name, MOUSE_X(p1), MOUSE_Y(p1));
+    else if (m == xpMsg_ButtonStateChanged)
         recordEvent("%s ButtonStateChanged %s %ld", nameOf(w), nameOf((XPWidgetID)p1), (long)p2);
-        break;
-    default:
-        recordEvent("%s %s %ld", nameOf(w), messageName(m), (long)p1);
-        break;
-    }
+    else if (widgetMessageNamesWidget(m))
+        recordEvent("%s %s %s", nameOf(w), name, nameOf((XPWidgetID)p1));
+    else
+        recordEvent("%s %s %ld", nameOf(w), name, (long)p1);
     return 0;
 }
 
@@ -243,10 +194,7 @@ static void report(void) {
 }
 
 PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
-    findMyFolder();
-    strcpy(outName, gName);
-    snprintf(outSig, 256, "xpsim.test.%.200s", gName);
-    strcpy(outDesc, "Builds a widget form and records its messages.");
+    startTestPlugin(outName, outSig, outDesc, "xpsim.test.", "Builds a widget form and records its messages.");
     return 1;
 }
 
