@@ -47,10 +47,6 @@ int handOver(XPLMCameraPosition_t*, int losing, void* refcon) {
 
 class CameraTest : public WorldTest {
 protected:
-    void SetUp() override {
-        WorldTest::SetUp();
-        startSim();
-    }
     static double view(const char* name) {
         std::string value, error;
         EXPECT_TRUE(driver::getDataref(name, &value, &error)) << error;

@@ -39,7 +39,6 @@ protected:
 };
 
 TEST_F(NavigationTest, IterationVisitsEveryNavaidWithEachTypeContiguous) {
-    startSim();
     std::vector<XPLMNavRef> refs;
     for (XPLMNavRef r = XPLMGetFirstNavAid(); r != XPLM_NAV_NOT_FOUND; r = XPLMGetNextNavAid(r)) {
         refs.push_back(r);
@@ -68,7 +67,6 @@ TEST_F(NavigationTest, IterationVisitsEveryNavaidWithEachTypeContiguous) {
 }
 
 TEST_F(NavigationTest, FindNavAidAppliesEveryFilterAndPicksNearestOrLast) {
-    startSim();
     // The world's airport is in the database, where world.h puts it.
     XPLMNavRef sea = byId(world::kAirportId, xplm_Nav_Airport);
     ASSERT_NE(sea, XPLM_NAV_NOT_FOUND);
@@ -201,7 +199,6 @@ TEST_F(NavigationTest, DataFileReplacesTheBuiltInSetAndBadLinesAreLoggedAndSkipp
 }
 
 TEST_F(NavigationTest, FMSPlanStaysContiguousAndTracksDisplayedAndDestinationEntries) {
-    startSim();
     EXPECT_EQ(XPLMCountFMSEntries(), 0);
     XPLMNavRef sea = XPLMFindNavAid(nullptr, "KSEA", nullptr, nullptr, nullptr, xplm_Nav_Airport);
     XPLMNavRef summa = XPLMFindNavAid(nullptr, "SUMMA", nullptr, nullptr, nullptr, xplm_Nav_Fix);
@@ -268,7 +265,6 @@ TEST_F(NavigationTest, FMSPlanStaysContiguousAndTracksDisplayedAndDestinationEnt
 }
 
 TEST_F(NavigationTest, GPSDestinationIsTheFMSDestinationOrTheUsersAirport) {
-    startSim();
     XPLMNavRef sea = XPLMFindNavAid(nullptr, "KSEA", nullptr, nullptr, nullptr, xplm_Nav_Airport);
     EXPECT_EQ(XPLMGetGPSDestination(), sea);
     EXPECT_EQ(XPLMGetGPSDestinationType(), xplm_Nav_Airport);

@@ -28,10 +28,6 @@ int drawPlanes(XPLMDrawingPhase, int, void*) {
 
 class PlanesTest : public WorldTest {
 protected:
-    void SetUp() override {
-        WorldTest::SetUp();
-        startSim();
-    }
     int controller() {
         XPLMPluginID id = 12345;
         XPLMCountAircraft(nullptr, nullptr, &id);

@@ -1,5 +1,5 @@
 // What the world tests (camera, planes, navigation, scenery) share: a simulator root
-// and the world_actor test plug-in installed under a name, with its events.
+// already running, and the world_actor test plug-in installed under a name, with its events.
 #pragma once
 
 #include <algorithm>
@@ -24,6 +24,10 @@ enum WorldActorMessage {
 
 class WorldTest : public SimRootTest {
 protected:
+    void SetUp() override {
+        SimRootTest::SetUp();
+        startSim();
+    }
     int loadActor(const std::string& name) { return loadTestPlugin("world_actor", name); }
     int count(const std::string& name, const std::string& line) const {
         std::vector<std::string> lines = events(name);
