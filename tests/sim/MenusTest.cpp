@@ -143,7 +143,6 @@ TEST_F(MenusTest, DestroyedAndForeignMenuIdsAreReportedAndGetNeutralAnswers) {
     XPLMMenuID tools = buildTools();
     XPLMDestroyMenu(sub);
     EXPECT_FALSE(pick("Plugins/Tools/Sub/Leaf"));
-    std::string error;
     EXPECT_TRUE(pick("Plugins/Tools/Sub"));  // an ordinary item again, picked through Tools
     EXPECT_TRUE(gErrors.empty());
 

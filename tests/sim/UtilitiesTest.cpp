@@ -25,6 +25,7 @@ protected:
     void SetUp() override {
         SimRootTest::SetUp();
         gErrors.clear();
+        startWithErrorCallback();
     }
     void startWithErrorCallback(const std::string& sdk = "2.10") {
         startSim(sdk);
@@ -33,7 +34,6 @@ protected:
 };
 
 TEST_F(UtilitiesTest, SystemPathIsTheRootWithSeparatorAndPrefsPathNamesAFileInOutputPreferences) {
-    startWithErrorCallback();
     char system[512];
     XPLMGetSystemPath(system);
     EXPECT_EQ(std::string(system), root + "/");
@@ -49,7 +49,6 @@ TEST_F(UtilitiesTest, SystemPathIsTheRootWithSeparatorAndPrefsPathNamesAFileInOu
 }
 
 TEST_F(UtilitiesTest, ExtractFileAndPathSplitsAtTheLastSeparatorInPlace) {
-    startWithErrorCallback();
     struct Case {
         const char* input;
         const char* path;
@@ -77,7 +76,6 @@ TEST_F(UtilitiesTest, ExtractFileAndPathSplitsAtTheLastSeparatorInPlace) {
 }
 
 TEST_F(UtilitiesTest, DirectoryContentsPagesThroughSortedNamesWithoutWritingPastTheBuffers) {
-    startWithErrorCallback();
     const std::string dir = root + "/listing";
     std::filesystem::create_directories(dir + "/sub");
     for (const char* name : {"delta", "alpha", "charlie", ".hidden"}) std::ofstream(dir + "/" + name) << "x";
@@ -153,7 +151,6 @@ TEST_F(UtilitiesTest, DirectoryContentsPagesThroughSortedNamesWithoutWritingPast
 }
 
 TEST_F(UtilitiesTest, DebugStringAppendsTextAsGivenAndSpeakStringIsLogged) {
-    startWithErrorCallback();
     XPLMDebugString("first half, ");
     XPLMDebugString("second half\nnext line\n");
     XPLMSpeakString("Gear down");
@@ -191,7 +188,6 @@ TEST_F(UtilitiesTest, VersionsFollowTheSdkGenerationUnlessSetAndLanguageComesFro
 }
 
 TEST_F(UtilitiesTest, FindSymbolFindsOnlySdkFunctionsOfTheConfiguredGeneration) {
-    startWithErrorCallback("2.10");
     using Separator = const char* (*)();
     auto separator = reinterpret_cast<Separator>(XPLMFindSymbol("XPLMGetDirectorySeparator"));
     ASSERT_NE(separator, nullptr);
@@ -216,7 +212,6 @@ TEST_F(UtilitiesTest, FindSymbolFindsOnlySdkFunctionsOfTheConfiguredGeneration) 
 }
 
 TEST_F(UtilitiesTest, DataFilesAreSavedAndLoadedRelativeToTheRoot) {
-    startWithErrorCallback();
     EXPECT_EQ(XPLMSaveDataFile(xplm_DataFile_Situation, "Output/test.sit"), 1);
     EXPECT_TRUE(std::filesystem::exists(root + "/Output/test.sit"));
     EXPECT_EQ(XPLMLoadDataFile(xplm_DataFile_Situation, "Output/test.sit"), 1);
@@ -230,7 +225,6 @@ TEST_F(UtilitiesTest, DataFilesAreSavedAndLoadedRelativeToTheRoot) {
 }
 
 TEST_F(UtilitiesTest, KeyStrokesAndButtonPressesAreRecordedAndBadIdsAreReported) {
-    startWithErrorCallback();
     XPLMCommandKeyStroke(xplm_key_pause);
     XPLMCommandButtonPress(xplm_joy_gear_tog);
     XPLMCommandButtonRelease(xplm_joy_gear_tog);
@@ -252,7 +246,6 @@ TEST_F(UtilitiesTest, KeyStrokesAndButtonPressesAreRecordedAndBadIdsAreReported)
 }
 
 TEST_F(UtilitiesTest, ReloadSceneryAnnouncesTheLoadedSceneryOnTheNextFrame) {
-    startWithErrorCallback();
     ASSERT_GT(loadTestPlugin("plug_recorder", "Watcher"), 0);
     driver::enablePluginsAndSendLoadMessages();
     clearEvents("Watcher");
@@ -263,7 +256,6 @@ TEST_F(UtilitiesTest, ReloadSceneryAnnouncesTheLoadedSceneryOnTheNextFrame) {
 }
 
 TEST_F(UtilitiesTest, ErrorCallbackGoesToTheFaultingPluginEvenWhileItIsDisabled) {
-    startWithErrorCallback();
     const int id = loadTestPlugin("util_commands", "Faulty");
     ASSERT_GT(id, 0);
     // Its XPluginStart made a bad call before any enable: reported to it, as itself.
