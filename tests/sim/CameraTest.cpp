@@ -45,14 +45,7 @@ int handOver(XPLMCameraPosition_t*, int losing, void* refcon) {
     return 0;
 }
 
-class CameraTest : public WorldTest {
-protected:
-    static double view(const char* name) {
-        std::string value, error;
-        EXPECT_TRUE(driver::getDataref(name, &value, &error)) << error;
-        return std::stod(value);
-    }
-};
+using CameraTest = WorldTest;
 
 TEST_F(CameraTest, ByDefaultTheCameraIsThePilotsViewOfTheAircraftAndMovesWithIt) {
     XPLMCameraControlDuration duration = 99;
@@ -74,9 +67,9 @@ TEST_F(CameraTest, ByDefaultTheCameraIsThePilotsViewOfTheAircraftAndMovesWithIt)
     XPLMReadCameraPosition(&p);
     EXPECT_NEAR(p.x, 1500.0f, 1.0f);
     EXPECT_FLOAT_EQ(p.heading, 90.0f);
-    EXPECT_NEAR(view("sim/graphics/view/view_x"), 1500.0, 1.0);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), 90.0f);
+    EXPECT_NEAR(datarefNumber("sim/graphics/view/view_x"), 1500.0, 1.0);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_y"), p.y);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_heading"), 90.0f);
     EXPECT_EQ(errors(), 0);
 }
 
@@ -96,11 +89,11 @@ TEST_F(CameraTest, ControllerIsCalledEveryFrameAndItsPositionIsTheCameraAndTheVi
     EXPECT_FLOAT_EQ(p.y, 23.0f);  // written by the third call
     EXPECT_FLOAT_EQ(p.heading, 45.0f);
     EXPECT_FLOAT_EQ(p.zoom, 3.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_x"), 10.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), 23.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_pitch"), 5.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_heading"), 45.0f);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_roll"), 1.0f);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_x"), 10.0f);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_y"), 23.0f);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_pitch"), 5.0f);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_heading"), 45.0f);
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_roll"), 1.0f);
 }
 
 TEST_F(CameraTest, ReturningZeroOrDontControlCameraEndsControlWithoutALosingCall) {
@@ -123,7 +116,7 @@ TEST_F(CameraTest, ReturningZeroOrDontControlCameraEndsControlWithoutALosingCall
     EXPECT_EQ(again.frames, 1);
     EXPECT_EQ(again.losing, 0);
     EXPECT_EQ(XPLMIsCameraBeingControlled(nullptr), 0);
-    EXPECT_FLOAT_EQ(view("sim/graphics/view/view_y"), p.y) << "the view datarefs are the simulator's again";
+    EXPECT_FLOAT_EQ(datarefNumber("sim/graphics/view/view_y"), p.y) << "the view datarefs are the simulator's again";
     EXPECT_EQ(errors(), 0);
 }
 

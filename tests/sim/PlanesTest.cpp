@@ -214,15 +214,10 @@ TEST_F(PlanesTest, PlacingTheUserAtAnAirportMovesTheAircraftAndItsView) {
     float lat = 0, lon = 0, height = 0;
     XPLMGetNavAidInfo(XPLMGetGPSDestination(), nullptr, &lat, &lon, &height, nullptr, nullptr, nullptr, nullptr,
                       nullptr);
-    std::string value, error;
-    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/latitude", &value, &error)) << error;
-    EXPECT_NEAR(std::stod(value), lat, 1e-4);
-    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/longitude", &value, &error)) << error;
-    EXPECT_NEAR(std::stod(value), lon, 1e-4);
-    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/local_y", &value, &error)) << error;
-    EXPECT_NEAR(std::stod(value), height, 1e-3);
-    ASSERT_TRUE(driver::getDataref("sim/flightmodel/position/local_z", &value, &error)) << error;
-    EXPECT_NEAR(std::stod(value), atOlympia.z, 5.0);
+    EXPECT_NEAR(datarefNumber("sim/flightmodel/position/latitude"), lat, 1e-4);
+    EXPECT_NEAR(datarefNumber("sim/flightmodel/position/longitude"), lon, 1e-4);
+    EXPECT_NEAR(datarefNumber("sim/flightmodel/position/local_y"), height, 1e-3);
+    EXPECT_NEAR(datarefNumber("sim/flightmodel/position/local_z"), atOlympia.z, 5.0);
     XPLMPlaceUserAtAirport("NOPE");
     XPLMPlaceUserAtAirport(nullptr);
     EXPECT_EQ(errors(), 2);

@@ -29,6 +29,12 @@ protected:
         startSim();
     }
     int loadActor(const std::string& name) { return loadTestPlugin("world_actor", name); }
+    // A numeric dataref's value, read as the driver reads it.
+    static double datarefNumber(const char* name) {
+        std::string value, error;
+        EXPECT_TRUE(driver::getDataref(name, &value, &error)) << error;
+        return value.empty() ? 0.0 : std::stod(value);
+    }
     int count(const std::string& name, const std::string& line) const {
         std::vector<std::string> lines = events(name);
         return static_cast<int>(std::count(lines.begin(), lines.end(), line));
