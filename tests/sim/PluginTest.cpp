@@ -180,9 +180,7 @@ TEST_F(PluginTest, DisabledPluginsGetNoMessagesAndEnableCallsXPluginEnableOnce) 
 
 TEST_F(PluginTest, MessagesCarryTheSenderAndBroadcastsReachEveryEnabledPlugin) {
     std::vector<int> ids = loadRecorders({"Alpha", "Beta", "Gamma"});
-    std::string error;
-    int silent = driver::loadPlugin(installPlugin(root, "plug_long_names", "Silent"), &error);
-    ASSERT_GT(silent, 0) << error;
+    int silent = loadTestPlugin("plug_long_names", "Silent");
     driver::enablePluginsAndSendLoadMessages();
     XPLMDisablePlugin(ids[2]);
     for (const char* name : {"Alpha", "Beta", "Gamma"}) clearEvents(name);
@@ -231,8 +229,7 @@ TEST_F(PluginTest, ReloadRequestedInACallbackHappensAtTheEndOfTheFrameWithNewIds
 
 TEST_F(PluginTest, UnloadingDropsEverythingAPluginLeftRegistered) {
     std::string events = root + "/Output/leaky_events.txt";
-    std::string error;
-    ASSERT_EQ(driver::loadPlugin(installPlugin(root, "plug_leaky", "Leaky"), &error), 1) << error;
+    ASSERT_EQ(loadTestPlugin("plug_leaky", "Leaky"), 1);
     driver::enablePluginsAndSendLoadMessages();
     // Two frames and one of each other kind of call, sorted (the order is not the point here).
     auto exercise = [&] {
@@ -303,9 +300,7 @@ TEST_F(PluginTest, FeaturesDependOnTheSimulatorAndAreEnabledPerPlugin) {
 
 TEST_F(PluginTest, InfoAndLookupsDescribeEachLoadedPlugin) {
     std::vector<int> ids = loadRecorders({"Alpha", "Beta"});
-    std::string error;
-    int longNames = driver::loadPlugin(installPlugin(root, "plug_long_names", "Long"), &error);
-    ASSERT_GT(longNames, 0) << error;
+    int longNames = loadTestPlugin("plug_long_names", "Long");
 
     EXPECT_EQ(XPLMCountPlugins(), 3);
     std::vector<int> listed;

@@ -295,9 +295,8 @@ TEST_F(ProcessingTest, BadFlightLoopArgumentsAreReportedAndIgnored) {
 }
 
 TEST_F(ProcessingTest, PluginLoopsRunAsTheirPluginOnlyWhileItIsEnabled) {
-    std::string error;
-    const int id = driver::loadPlugin(installPlugin(root, "loops_counter", "Loops"), &error);
-    ASSERT_GT(id, 0) << error;
+    const int id = loadTestPlugin("loops_counter", "Loops");
+    ASSERT_GT(id, 0);
     driver::enablePluginsAndSendLoadMessages();
     auto value = [](const char* leaf) {
         return XPLMGetDatai(XPLMFindDataRef((std::string("xpsim/test/Loops/") + leaf).c_str()));

@@ -20,9 +20,7 @@ class WidgetPluginTest : public WidgetSimTest {
 protected:
     void SetUp() override {
         WidgetSimTest::SetUp();
-        std::string error;
-        plugin = driver::loadPlugin(installPlugin(root, "widget_form", "WidgetForm"), &error);
-        ASSERT_GE(plugin, 0) << error;
+        plugin = loadTestPlugin("widget_form", "WidgetForm");
         driver::enablePluginsAndSendLoadMessages();
         driver::runFrames(1);
         mark();

@@ -13,8 +13,7 @@ class WidgetRunnerTest : public SimRootTest {};
 
 TEST_F(WidgetRunnerTest, TheWidgetsCommandListsTheTreeWithWhatTheUserChangedInTheLog) {
     startSim();
-    std::string error;
-    ASSERT_GE(driver::loadPlugin(installPlugin(root, "widget_form", "WidgetForm"), &error), 0) << error;
+    ASSERT_GT(loadTestPlugin("widget_form", "WidgetForm"), 0);
     driver::enablePluginsAndSendLoadMessages();
     std::ostringstream out;
     runner::ScenarioContext context{root, &out};
@@ -30,6 +29,7 @@ TEST_F(WidgetRunnerTest, TheWidgetsCommandListsTheTreeWithWhatTheUserChangedInTh
         "expect log \"xpsim: widget     Button \\\"B\\\" (120,450,200,435) shown owner=\"\n"
         "expect log \"ButtonState=1\"\n"
         "expect log \"xpsim: widget       Custom \\\"Custom\\\" (250,460,340,440) shown owner=\"\n";
+    std::string error;
     EXPECT_TRUE(runner::playScenario(scenario, "widgets.txt", context, &error)) << error;
 }
 
