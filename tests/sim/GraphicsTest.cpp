@@ -106,7 +106,7 @@ TEST_F(GraphicsTest, TextNumbersAndBoxesAreRecordedInTheDrawListOfTheFrameThatDr
     EXPECT_EQ(drawn("phase").size(), 12u);
 }
 
-TEST_F(GraphicsTest, DrawNumberPadsDigitsRoundsDecimalsAndShowsTheSign) {
+TEST_F(GraphicsTest, DrawNumberPadsRoundsAndSignsAndWrappedStringsBreakAtSpacesIntoLinesGoingDown) {
     struct Case {
         double value;
         int digits, decimals, sign;
@@ -116,19 +116,15 @@ TEST_F(GraphicsTest, DrawNumberPadsDigitsRoundsDecimalsAndShowsTheSign) {
         {12345, 2, 0, 0, "12345"},    {-0.001, 1, 2, 0, "0.00"},     {0, 1, 1, 1, "+0.0"},
     };
     for (const Case& c : cases) XPLMDrawNumber(kWhite, 0, 0, c.value, c.digits, c.decimals, c.sign, xplmFont_Led);
-    driver::runFrames(1);
-    std::vector<DrawItem> numbers = drawn("number");
-    ASSERT_EQ(numbers.size(), std::size(cases));
-    for (size_t i = 0; i < numbers.size(); ++i) EXPECT_EQ(numbers[i].text, cases[i].text) << cases[i].value;
-}
-
-TEST_F(GraphicsTest, WrappedStringsBreakAtSpacesIntoLinesGoingDown) {
     int w = 0, h = 0;
     XPLMGetFontDimensions(xplmFont_Basic, &w, &h, nullptr);
     int wrap = 11 * w;  // "alpha beta" fits, "alpha beta gamma" does not
     char text[] = "alpha beta gamma extraordinarily";
     XPLMDrawString(kWhite, 5, 300, text, &wrap, xplmFont_Basic);
     driver::runFrames(1);
+    std::vector<DrawItem> numbers = drawn("number");
+    ASSERT_EQ(numbers.size(), std::size(cases));
+    for (size_t i = 0; i < numbers.size(); ++i) EXPECT_EQ(numbers[i].text, cases[i].text) << cases[i].value;
     std::vector<DrawItem> lines = drawn("string");
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0].text, "alpha beta");
