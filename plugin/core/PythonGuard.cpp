@@ -13,6 +13,7 @@ void PythonGuard::releaseAfterStart() {
 
 void PythonGuard::finalize() {
     if (!Py_IsInitialized()) return;
+    // Between calls the lock is either given away (take it back) or still ours.
     if (depth_ == 0 && released_) {
         PyEval_RestoreThread(released_);
         released_ = nullptr;

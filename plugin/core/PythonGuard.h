@@ -1,6 +1,7 @@
-// The one way into Python: a scoped guard that takes the interpreter lock on entry and
-// gives it back on the way out, so that threads a script started run while the
-// simulator works between callbacks. Every entry point, trampoline and handler uses it.
+// The one way into Python: a scoped guard that holds the interpreter lock while it lives
+// and, on the way out, gives it back whenever another Python thread exists, so that threads
+// a script started run while the simulator works between callbacks. Every entry point,
+// trampoline and handler uses it.
 #pragma once
 
 #include "platform/PythonCompat.h"
@@ -17,7 +18,10 @@ public:
     }
     ~PythonGuard() {
         // A stop inside the guard finalised the interpreter: there is no lock to give back.
-        if (--depth_ == 0 && Py_IsInitialized()) released_ = PyEval_SaveThread();
+        // With no other thread to run, giving the lock back and taking it again on the next
+        // call costs more than the call itself: the simulator's thread keeps it instead.
+        if (--depth_ == 0 && Py_IsInitialized() && OtherThreadsExist())
+            released_ = PyEval_SaveThread();
     }
     PythonGuard(const PythonGuard&) = delete;
     PythonGuard& operator=(const PythonGuard&) = delete;
@@ -27,8 +31,20 @@ public:
     // Takes the lock back for good and finalises the interpreter.
     static void finalize();
     static bool inside() { return depth_ > 0; }
+    // True while the simulator's thread has given the lock away between calls.
+    static bool released() { return released_ != nullptr; }
 
 private:
+    // Whether a thread other than the simulator's has a Python thread state: a thread a
+    // script started (its state exists before start() returns), or a C thread entering
+    // Python with PyGILState_Ensure. Read while holding the lock.
+    static bool OtherThreadsExist() {
+        PyInterpreterState* interp = PyInterpreterState_Head();
+        if (!interp || PyInterpreterState_Next(interp)) return true;
+        PyThreadState* head = PyInterpreterState_ThreadHead(interp);
+        return !head || PyThreadState_Next(head);
+    }
+
     static int depth_;
     static PyThreadState* released_;
 };
