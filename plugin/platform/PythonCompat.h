@@ -50,11 +50,20 @@ inline PyObject* VL_CallWithArguments(PyObject* callable, PyObject** args, std::
 #if PY_VERSION_HEX >= 0x03090000
     return PyObject_Vectorcall(callable, args, n | PY_VECTORCALL_ARGUMENTS_OFFSET, nullptr);
 #else
-    PyObject* tuple = PyTuple_New(static_cast<Py_ssize_t>(n));
+    // A bound method is called as its function with self first, as the interpreter's own
+    // calls do: one argument tuple made instead of two.
+    PyObject* self = PyMethod_Check(callable) ? PyMethod_GET_SELF(callable) : nullptr;
+    std::size_t first = self ? 1 : 0;
+    PyObject* tuple = PyTuple_New(static_cast<Py_ssize_t>(n + first));
     if (!tuple) return nullptr;
+    if (self) {
+        Py_INCREF(self);
+        PyTuple_SET_ITEM(tuple, 0, self);
+        callable = PyMethod_GET_FUNCTION(callable);
+    }
     for (std::size_t i = 0; i < n; ++i) {
         Py_INCREF(args[i]);
-        PyTuple_SET_ITEM(tuple, static_cast<Py_ssize_t>(i), args[i]);
+        PyTuple_SET_ITEM(tuple, static_cast<Py_ssize_t>(first + i), args[i]);
     }
     PyObject* result = PyObject_Call(callable, tuple, nullptr);
     Py_DECREF(tuple);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <thread>
 
@@ -65,6 +66,21 @@ TEST_F(PythonGuardTest, LockIsGivenAwayBetweenCallsExactlyWhileAnotherPythonThre
         Run("pass\n");
     }
     EXPECT_FALSE(PythonGuard::released());
+
+    // A C thread entering Python while the lock is kept gets in when the next call ends.
+    std::atomic<bool> entered{false};
+    std::thread c([&] {
+        PyGILState_STATE state = PyGILState_Ensure();
+        PyRun_SimpleString("from_c = True\n");
+        entered = true;
+        PyGILState_Release(state);
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(entered) << "the lock was kept: the thread waits";
+    Run("pass\n");  // a call from the simulator; it ends seeing the waiting thread
+    c.join();
+    EXPECT_TRUE(entered);
+    EXPECT_TRUE(MainFlag("from_c"));
 
     // A stop and a new start with the lock kept: the new interpreter starts and runs.
     Restart();
