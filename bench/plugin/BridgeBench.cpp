@@ -122,14 +122,32 @@ Session& session() {
     return s;
 }
 
-// (a) As the simulator calls it: from outside Python, so the guard takes the interpreter
-// lock and gives it back around every call.
+// (a) As the simulator calls it: from outside Python, with no other Python thread, so the
+// guard keeps the interpreter lock between calls.
 void BM_FlightLoopDispatch(benchmark::State& state) {
     void* cell = session().cell;
     int counter = 0;
     for (auto _ : state) benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
 }
 BENCHMARK(BM_FlightLoopDispatch);
+
+// (a) The same while a script's thread exists (waiting, not running): the guard takes the
+// interpreter lock and gives it back around every call.
+void BM_FlightLoopDispatchWithThread(benchmark::State& state) {
+    void* cell = session().cell;
+    {
+        PythonGuard guard;
+        PyRun_SimpleString("import threading\n"
+                           "bench_stop = threading.Event()\n"
+                           "bench_thread = threading.Thread(target=bench_stop.wait)\n"
+                           "bench_thread.start()\n");
+    }
+    int counter = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+    PythonGuard guard;
+    PyRun_SimpleString("bench_stop.set()\nbench_thread.join()\n");
+}
+BENCHMARK(BM_FlightLoopDispatchWithThread);
 
 // (a) The same, nested in a call that already holds the lock (a flight loop dispatched
 // while Python runs, e.g. from a binding that calls back).
