@@ -38,7 +38,8 @@ private:
     // Whether a thread other than the simulator's has a Python thread state: a thread a
     // script started (its state exists before start() returns), or a C thread entering
     // Python with PyGILState_Ensure. Read while holding the lock. Such a C thread, when it
-    // is the first other thread, waits for the end of the simulator's next call into Python.
+    // is the first other thread, waits for the end of the simulator's next call into Python,
+    // at most a frame: releaseAfterStart registers a flight loop that passes through here.
     static bool OtherThreadsExist() {
         PyInterpreterState* interp = PyInterpreterState_Head();
         if (!interp || PyInterpreterState_Next(interp)) return true;
