@@ -5,6 +5,7 @@
 
 #include <dirent.h>
 
+#include <cstdint>
 #include <string>
 
 #include "XPLMUtilities.h"
@@ -140,7 +141,10 @@ int CallXPluginStop(PyObject* scriptId, int checkEnabled) {
 
 int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* param) {
     if (!IsEnabled(scriptId)) return 0;
-    PyObject* args = Py_BuildValue("(ilN)", from, static_cast<long>(message), PyLong_FromVoidPtr(param));
+    // The parameter is a long on Python 2 as well, not the plain int that small pointer
+    // values would become there.
+    PyObject* parameter = PyLong_FromUnsignedLongLong(reinterpret_cast<std::uintptr_t>(param));
+    PyObject* args = parameter ? Py_BuildValue("(ilN)", from, static_cast<long>(message), parameter) : nullptr;
     return CallScriptMethod(scriptId, "XPluginReceiveMessage", args, false);
 }
 

@@ -126,8 +126,8 @@ TEST_F(PluginTest, MessagesFromTheSimulatorAndOtherPluginsReachScriptsWithTheirP
     int sender = XPLMFindPluginBySignature("vorlith.test.sender");
     ASSERT_GE(sender, 0);
     std::string output = Output();
-    // Python 2 makes small pointer values plain ints, as it does every integer that fits.
-    const char* integer = " int";
+    // A long on Python 2, where small values would otherwise be plain ints.
+    const char* integer = kPythonMajor == 2 ? " long" : " int";
     EXPECT_NE(output.find("VL_Recorder message from " + std::to_string(sender) + ": " + std::to_string(0x7F001) +
                           " " + std::to_string(0xBEEF) + integer),
               std::string::npos)
@@ -135,6 +135,37 @@ TEST_F(PluginTest, MessagesFromTheSimulatorAndOtherPluginsReachScriptsWithTheirP
     EXPECT_NE(output.find("VL_Recorder message from 0: 4242 77" + std::string(integer)), std::string::npos) << output;
     EXPECT_NE(output.find("VL_Recorder message from 0: " + std::to_string(XPLM_MSG_PLANE_LOADED) + " 0"),
               std::string::npos);
+}
+
+TEST_F(PluginTest, MissingEntryMethodsAreLoggedWhereTheyWouldHaveBeenCalled) {
+    WriteScript("VL_StartOnly.py",
+                "class Vorlith:\n"
+                "    def XPluginStart(self):\n"
+                "        return 'Start only', 'vorlith.test.startonly', 'Has no other entry method'\n");
+    AddScript("VL_Recorder.py");
+    StartSim();
+    xpsim::driver::sendMessage(XPLM_NO_PLUGIN_ID, 4242, 77);
+    StopSim();
+    std::string log = Log();
+    // Each relay goes on to the next script: the recorder still sees every event.
+    EXPECT_EQ(EventLines(Output()),
+              (Lines{"VL_Recorder start", "VL_Recorder enable", "VL_Recorder disable", "VL_Recorder stop"}));
+    const char* order[] = {"Script 'VL_StartOnly.py' successfully loaded.\n", "Cannot find method XPluginEnable\n",
+                           "Cannot find method XPluginDisable\n", "Cannot find method XPluginStop\n",
+                           "Before Py_Finalize()\n"};
+    std::size_t at = 0;
+    for (const char* line : order) {
+        at = log.find(line, at);
+        ASSERT_NE(at, std::string::npos) << line << " missing or out of order in:\n" << log;
+        EXPECT_EQ(CountOf(log, line), 1) << line;
+    }
+    // The simulator's own messages come too: one line per message, the test's among them.
+    int messages = CountOf(log, "Cannot find method XPluginReceiveMessage\n");
+    EXPECT_GE(messages, 1) << log;
+    EXPECT_EQ(CountOf(Output(), "VL_Recorder message from"), messages);
+    EXPECT_EQ(log.find("Cannot find method XPluginStart\n"), std::string::npos);
+    // Each failed lookup is printed, not left pending for the next script.
+    EXPECT_EQ(CountOf(log, "AttributeError"), 3 + messages) << log;
 }
 
 }  // namespace
