@@ -55,5 +55,48 @@ TEST_F(DefsTest, EveryConstantHasTheSdkValueExceptF20) {
     }
 }
 
+// Every module function a script can call, by its SDK name, with its one-line doc string.
+TEST_F(DefsTest, ModulesOfferExactlyTheirFunctionsWithTheirDocStrings) {
+    AddScript("VL_DocStrings.py");
+    StartSim();
+    std::vector<std::string> lines = SplitLines(Output());
+    std::vector<std::string> expected = {
+        "TembrookInternalModule has 2",
+        "TembrookInternalModule.PrintStderr: Prints to stderr",
+        "TembrookInternalModule.PrintStdout: Prints to stdout",
+        "XPLMDataAccess has 19",
+        "XPLMDataAccess.XPLMCanWriteDataRef: Test for writable Dataref.",
+        "XPLMDataAccess.XPLMFindDataRef: Find Dataref.",
+        "XPLMDataAccess.XPLMGetDataRefTypes: Get the Dataref Type.",
+        "XPLMDataAccess.XPLMGetDatab: Get Byte Array Dataref.",
+        "XPLMDataAccess.XPLMGetDatad: Get Double Dataref.",
+        "XPLMDataAccess.XPLMGetDataf: Get Float Dataref.",
+        "XPLMDataAccess.XPLMGetDatai: Get Integer Dataref.",
+        "XPLMDataAccess.XPLMGetDatavf: Get Float Array Dataref.",
+        "XPLMDataAccess.XPLMGetDatavi: Get Integer Array Dataref.",
+        "XPLMDataAccess.XPLMRegisterDataAccessor: Register data accessor.",
+        "XPLMDataAccess.XPLMSetDatab: Set Byte Array Dataref.",
+        "XPLMDataAccess.XPLMSetDatad: Set Double Dataref.",
+        "XPLMDataAccess.XPLMSetDataf: Set Float Dataref.",
+        "XPLMDataAccess.XPLMSetDatai: Set Integer Dataref.",
+        "XPLMDataAccess.XPLMSetDatavf: Set Float Array Dataref.",
+        "XPLMDataAccess.XPLMSetDatavi: Set Integer Array Dataref.",
+        "XPLMDataAccess.XPLMShareData: Share Data.",
+        "XPLMDataAccess.XPLMUnregisterDataAccessor: Unregister data accessor.",
+        "XPLMDataAccess.XPLMUnshareData: Unshare Data.",
+        "XPLMDefs has 0",
+        "XPLMProcessing has 8",
+        "XPLMProcessing.XPLMCreateFlightLoop: Create Flight Loop Callback.",
+        "XPLMProcessing.XPLMDestroyFlightLoop: Destroy Flight Loop Callback.",
+        "XPLMProcessing.XPLMGetCycleNumber: Get Cycle Number.",
+        "XPLMProcessing.XPLMGetElapsedTime: Get Elapsed Time.",
+        "XPLMProcessing.XPLMRegisterFlightLoopCallback: Register Flight Loop Callback.",
+        "XPLMProcessing.XPLMScheduleFlightLoop: Schedule Flight Loop Callback.",
+        "XPLMProcessing.XPLMSetFlightLoopCallbackInterval: Set Flight Loop Callback Interval.",
+        "XPLMProcessing.XPLMUnregisterFlightLoopCallback: Unregister Flight Loop Callback.",
+    };
+    EXPECT_EQ(lines, expected) << Output();
+}
+
 }  // namespace
 }  // namespace vorlith::test
