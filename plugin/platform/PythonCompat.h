@@ -13,9 +13,6 @@ namespace vorlith {
 
 // Method-table flag of every binding function: positional arguments only.
 constexpr int VL_METH_ARGS = METH_VARARGS;
-// The flag of a binding called often whose one argument may be any object: the function
-// gets the object itself, with no tuple made or format parsed.
-constexpr int VL_METH_ONE = METH_O;
 
 #if PY_MAJOR_VERSION >= 3
 

@@ -56,6 +56,9 @@ TEST_F(DataAccessTest, MistakesRaiseTypeErrorOrAreReportedAndNothingBreaks) {
     std::string out = Output();
     for (const char* label : {"no args", "too many", "text int", "text float", "number name"})
         EXPECT_TRUE(Has(out, std::string(label) + " raised TypeError")) << label << "\n" << out;
+    // A wrong count gets the argument parser's own message, as in every other binding.
+    EXPECT_TRUE(Has(out, "no args raised TypeError: function takes exactly 1 argument (0 given)\n")) << out;
+    EXPECT_TRUE(Has(out, "too many raised TypeError: function takes exactly 1 argument (2 given)\n")) << out;
     EXPECT_TRUE(Has(out, "not a sequence raised TypeError: expected sequence\n")) << out;
     EXPECT_TRUE(Has(out, "float in ints raised TypeError: expected sequence of integers\n")) << out;
     EXPECT_TRUE(Has(out, "int in floats raised TypeError: expected sequence of floats\n")) << out;

@@ -28,6 +28,15 @@ inline void* VL_HandleFromObject(PyObject* object) {
 inline PyObject* VL_HandleObject(const void* pointer) {
     return PyLong_FromVoidPtr(const_cast<void*>(pointer));
 }
+// The one object of a binding whose format is "O". The parser is asked only when the
+// count is wrong, so scripts get its TypeError while the frequent calls skip it.
+inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
+    if (PyTuple_GET_SIZE(args) == 1) {
+        *object = PyTuple_GET_ITEM(args, 0);
+        return true;
+    }
+    return PyArg_ParseTuple(args, "O", object) != 0;
+}
 // A script's reference value is an integer kept as a pointer-sized value.
 inline void* VL_RefconFromObject(PyObject* object) { return VL_HandleFromObject(object); }
 

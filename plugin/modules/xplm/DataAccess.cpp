@@ -35,12 +35,13 @@ PyObject* PY_XPLMFindDataRef(PyObject*, PyObject* args) {
     Py_RETURN_NONE;
 }
 
-// The bindings of one dataref argument and an SDK function answering a number. They are
-// the ones scripts call every frame, so they take their one argument without a tuple
-// (VL_METH_ONE); Python itself raises TypeError for a wrong count.
+// The bindings of one dataref argument ("O") and an SDK function answering a number:
+// the ones scripts call every frame.
 template <typename Result, typename Make>
-PyObject* QueryDataRef(PyObject* refObject, const char* function, Result (*query)(XPLMDataRef),
+PyObject* QueryDataRef(PyObject* args, const char* function, Result (*query)(XPLMDataRef),
                        Make make) {
+    PyObject* refObject;
+    if (!VL_ParseOneObject(args, &refObject)) return nullptr;
     XPLMDataRef ref = VL_HandleFromObject(refObject);
     return VL_Guarded(kModule, function, [&] { return make(query(ref)); });
 }
@@ -48,20 +49,20 @@ PyObject* QueryDataRef(PyObject* refObject, const char* function, Result (*query
 PyObject* IntObject(int value) { return VL_IntFromLong(value); }
 PyObject* FloatObject(double value) { return PyFloat_FromDouble(value); }
 
-PyObject* PY_XPLMCanWriteDataRef(PyObject*, PyObject* refObject) {
-    return QueryDataRef(refObject, "XPLMCanWriteDataRef", XPLMCanWriteDataRef, IntObject);
+PyObject* PY_XPLMCanWriteDataRef(PyObject*, PyObject* args) {
+    return QueryDataRef(args, "XPLMCanWriteDataRef", XPLMCanWriteDataRef, IntObject);
 }
-PyObject* PY_XPLMGetDataRefTypes(PyObject*, PyObject* refObject) {
-    return QueryDataRef(refObject, "XPLMGetDataRefTypes", XPLMGetDataRefTypes, IntObject);
+PyObject* PY_XPLMGetDataRefTypes(PyObject*, PyObject* args) {
+    return QueryDataRef(args, "XPLMGetDataRefTypes", XPLMGetDataRefTypes, IntObject);
 }
-PyObject* PY_XPLMGetDatai(PyObject*, PyObject* refObject) {
-    return QueryDataRef(refObject, "XPLMGetDatai", XPLMGetDatai, IntObject);
+PyObject* PY_XPLMGetDatai(PyObject*, PyObject* args) {
+    return QueryDataRef(args, "XPLMGetDatai", XPLMGetDatai, IntObject);
 }
-PyObject* PY_XPLMGetDataf(PyObject*, PyObject* refObject) {
-    return QueryDataRef(refObject, "XPLMGetDataf", XPLMGetDataf, FloatObject);
+PyObject* PY_XPLMGetDataf(PyObject*, PyObject* args) {
+    return QueryDataRef(args, "XPLMGetDataf", XPLMGetDataf, FloatObject);
 }
-PyObject* PY_XPLMGetDatad(PyObject*, PyObject* refObject) {
-    return QueryDataRef(refObject, "XPLMGetDatad", XPLMGetDatad, FloatObject);
+PyObject* PY_XPLMGetDatad(PyObject*, PyObject* args) {
+    return QueryDataRef(args, "XPLMGetDatad", XPLMGetDatad, FloatObject);
 }
 
 // The bindings of a dataref and one value ("Oi", "Of" or "Od") given to an SDK setter.
@@ -429,13 +430,13 @@ PyObject* PY_XPLMUnshareData(PyObject*, PyObject* args) {
 
 PyMethodDef XPLMDataAccessMethods[] = {
     {"XPLMFindDataRef", PY_XPLMFindDataRef, VL_METH_ARGS, "Find Dataref."},
-    {"XPLMCanWriteDataRef", PY_XPLMCanWriteDataRef, VL_METH_ONE, "Test for writable Dataref."},
-    {"XPLMGetDataRefTypes", PY_XPLMGetDataRefTypes, VL_METH_ONE, "Get the Dataref Type."},
-    {"XPLMGetDatai", PY_XPLMGetDatai, VL_METH_ONE, "Get Integer Dataref."},
+    {"XPLMCanWriteDataRef", PY_XPLMCanWriteDataRef, VL_METH_ARGS, "Test for writable Dataref."},
+    {"XPLMGetDataRefTypes", PY_XPLMGetDataRefTypes, VL_METH_ARGS, "Get the Dataref Type."},
+    {"XPLMGetDatai", PY_XPLMGetDatai, VL_METH_ARGS, "Get Integer Dataref."},
     {"XPLMSetDatai", PY_XPLMSetDatai, VL_METH_ARGS, "Set Integer Dataref."},
-    {"XPLMGetDataf", PY_XPLMGetDataf, VL_METH_ONE, "Get Float Dataref."},
+    {"XPLMGetDataf", PY_XPLMGetDataf, VL_METH_ARGS, "Get Float Dataref."},
     {"XPLMSetDataf", PY_XPLMSetDataf, VL_METH_ARGS, "Set Float Dataref."},
-    {"XPLMGetDatad", PY_XPLMGetDatad, VL_METH_ONE, "Get Double Dataref."},
+    {"XPLMGetDatad", PY_XPLMGetDatad, VL_METH_ARGS, "Get Double Dataref."},
     {"XPLMSetDatad", PY_XPLMSetDatad, VL_METH_ARGS, "Set Double Dataref."},
     {"XPLMGetDatavi", PY_XPLMGetDatavi, VL_METH_ARGS, "Get Integer Array Dataref."},
     {"XPLMSetDatavi", PY_XPLMSetDatavi, VL_METH_ARGS, "Set Integer Array Dataref."},
