@@ -3,7 +3,6 @@
 // Each SDK area keeps its own world model in its own file; this is only the glue.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "driver.h"
@@ -44,7 +43,7 @@ private:
     Host() = default;
 };
 
-// Runs fn with `plugin` as the current plug-in and restores the previous one after,
+// Makes `plugin` the current plug-in for the scope and restores the previous one after,
 // so nested calls (a plug-in calling the SDK, which calls another plug-in) attribute
 // errors and XPLMGetMyID correctly.
 class CallingPlugin {
