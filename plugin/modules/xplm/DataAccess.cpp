@@ -381,48 +381,58 @@ PyObject* PY_XPLMUnregisterDataAccessor(PyObject*, PyObject* args) {
 
 // --- shared data ---
 
-PyObject* PY_XPLMShareData(PyObject*, PyObject* args) {
-    PyObject *self, *callable, *refconObject;
+// The arguments of XPLMShareData and XPLMUnshareData ("OO&iOO"): the script, the name,
+// the type, the notification callable and the script's reference value.
+struct SharedDataArguments {
+    PyObject* self = nullptr;
     VL_Text name;
-    int type;
-    if (!PyArg_ParseTuple(args, "OO&iOO", &self, VL_ParseText, &name, &type, &callable, &refconObject))
-        return nullptr;
-    void* refcon = VL_RefconFromObject(refconObject);
+    int type = 0;
+    PyObject* callable = nullptr;
+    void* refcon = nullptr;
+
+    bool parse(PyObject* args) {
+        PyObject* refconObject;
+        if (!PyArg_ParseTuple(args, "OO&iOO", &self, VL_ParseText, &name, &type, &callable, &refconObject))
+            return false;
+        refcon = VL_RefconFromObject(refconObject);
+        return true;
+    }
+};
+
+PyObject* PY_XPLMShareData(PyObject*, PyObject* args) {
+    SharedDataArguments a;
+    if (!a.parse(args)) return nullptr;
     return VL_Guarded(kModule, "XPLMShareData", [&] {
         // Kept even when the SDK refuses: the script unshares it like any other.
-        _CallbackList* cell = VL_Table().AddCallback(SharedDataCallbackList, self, nullptr, callable, refcon);
-        int shared = XPLMShareData(name.c_str(), type, VL_SharedDataCallback, cell);
+        _CallbackList* cell = VL_Table().AddCallback(SharedDataCallbackList, a.self, nullptr, a.callable, a.refcon);
+        int shared = XPLMShareData(a.name.c_str(), a.type, VL_SharedDataCallback, cell);
         if (VL_Tracing())
             VL_Trace("XPLMShareData")
                 .line("pScriptId = %x, inDataName = %s, inDataType = %d, inNotificationRefcon = %d\n",
-                      VL_Low32(self), name.c_str(), type, VL_Int(refcon))
+                      VL_Low32(a.self), a.name.c_str(), a.type, VL_Int(a.refcon))
                 .size("SharedDataCallbackList", SharedDataCallbackList);
         return VL_IntFromLong(shared);
     });
 }
 
 PyObject* PY_XPLMUnshareData(PyObject*, PyObject* args) {
-    PyObject *self, *callable, *refconObject;
-    VL_Text name;
-    int type;
-    if (!PyArg_ParseTuple(args, "OO&iOO", &self, VL_ParseText, &name, &type, &callable, &refconObject))
-        return nullptr;
-    void* refcon = VL_RefconFromObject(refconObject);
+    SharedDataArguments a;
+    if (!a.parse(args)) return nullptr;
     return VL_Guarded(kModule, "XPLMUnshareData", [&] {
         int found = 0, position = 0;
         _CallbackList* cell =
-            VL_Table().FindCallback(SharedDataCallbackList, self, callable, refcon, found, position);
+            VL_Table().FindCallback(SharedDataCallbackList, a.self, a.callable, a.refcon, found, position);
         if (found) {
-            XPLMUnshareData(name.c_str(), type, VL_SharedDataCallback, cell);
+            XPLMUnshareData(a.name.c_str(), a.type, VL_SharedDataCallback, cell);
             VL_Table().DeleteCallback(SharedDataCallbackList, cell, position);
         } else {
-            VL_ReportForScript(kModule, "XPLMUnshareData", VL_NoSuchCallbackRefcon, self);
+            VL_ReportForScript(kModule, "XPLMUnshareData", VL_NoSuchCallbackRefcon, a.self);
         }
         if (VL_Tracing())
             VL_Trace("XPLMUnshareData")
                 .line("pScriptId = %x, Script Name = %s, inDataName = %s, inDataType = %d, "
                       "inNotificationRefcon = %d\n",
-                      VL_Low32(self), VL_ScriptName(self).c_str(), name.c_str(), type, VL_Int(refcon))
+                      VL_Low32(a.self), VL_ScriptName(a.self).c_str(), a.name.c_str(), a.type, VL_Int(a.refcon))
                 .size("SharedDataCallbackList", SharedDataCallbackList);
         return VL_Done();
     });
