@@ -8,8 +8,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "host.h"
+#include "tsv.h"
 #include "world.h"
 
 namespace xpsim {
@@ -98,30 +101,22 @@ void loadSimulatorDataRefs() {
     DataRefTable& table = dataRefTable();
     if (table.loaded) return;
     table.loaded = true;
-    std::string text(datarefs_tsv, datarefs_tsv_size);
-    size_t lineStart = text.find('\n') + 1;  // skip the header line
-    while (lineStart < text.size()) {
-        size_t lineEnd = text.find('\n', lineStart);
-        if (lineEnd == std::string::npos) lineEnd = text.size();
-        std::string line = text.substr(lineStart, lineEnd - lineStart);
-        lineStart = lineEnd + 1;
-        size_t tab1 = line.find('\t');
-        size_t tab2 = tab1 == std::string::npos ? tab1 : line.find('\t', tab1 + 1);
-        if (tab2 == std::string::npos) continue;
+    forEachTsvRow(datarefs_tsv, datarefs_tsv_size, [&](const std::vector<std::string_view>& fields) {
+        if (fields.size() < 3) return;
         DataRef ref;
-        ref.name = line.substr(0, tab1);
+        ref.name = fields[0];
         size_t count = 0;
-        if (!parseType(line.substr(tab1 + 1, tab2 - tab1 - 1), &ref.types, &count)) {
+        if (!parseType(std::string(fields[1]), &ref.types, &count)) {
             Host::get().log("xpsim: datarefs.tsv: unknown type for " + ref.name);
-            continue;
+            return;
         }
-        ref.writable = line.compare(tab2 + 1, 1, "y") == 0;
+        ref.writable = fields[2] == "y";
         if (ref.types == xplmType_IntArray) ref.ints.assign(count, 0);
         if (ref.types == xplmType_FloatArray) ref.floats.assign(count, 0.0f);
         if (ref.types == xplmType_Data) ref.bytes.assign(count, 0);
         std::string name = ref.name;
         table.byName.emplace(std::move(name), table.refs.add(std::move(ref)));
-    }
+    });
     for (const StartValue& start : startValues()) {
         std::string error;
         if (!driver::setDataref(start.name, start.value, &error)) {

@@ -4,12 +4,14 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "XPLMUtilities.h"
 #include "handles.h"
 #include "host.h"
+#include "tsv.h"
 #include "utilities_internal.h"
 #include "world_internal.h"
 
@@ -65,20 +67,11 @@ void loadBuiltIns() {
     CommandState& s = state();
     if (s.builtInsLoaded) return;
     s.builtInsLoaded = true;
-    const std::string text(commands_tsv, commands_tsv_size);
-    size_t start = text.find('\n');  // skip the header
-    while (start != std::string::npos && start < text.size()) {
-        ++start;
-        size_t end = text.find('\n', start);
-        if (end == std::string::npos) end = text.size();
-        std::string line = text.substr(start, end - start);
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        const size_t tab = line.find('\t');
-        std::string name = line.substr(0, tab);
-        std::string description = tab == std::string::npos ? "" : line.substr(tab + 1);
+    forEachTsvRow(commands_tsv, commands_tsv_size, [&](const std::vector<std::string_view>& fields) {
+        std::string name(fields[0]);
+        std::string description(fields.size() > 1 ? fields[1] : std::string_view());
         if (!name.empty() && !s.byName.count(name)) addCommand(name, description, true);
-        start = end;
-    }
+    });
 }
 
 Command* findValid(const char* function, void* ref) {
