@@ -102,22 +102,7 @@ constexpr const char* kViewRefNames[] = {
 };
 constexpr size_t kViewRefCount = std::size(kViewRefNames);
 
-bool viewRefs(DataRef* (&refs)[kViewRefCount]) {
-    static void* handles[kViewRefCount] = {};
-    loadSimulatorDataRefs();
-    DataRefTable& table = dataRefTable();
-    if (!table.refs.contains(handles[0])) {
-        for (size_t i = 0; i < kViewRefCount; ++i) {
-            auto it = table.byName.find(kViewRefNames[i]);
-            handles[i] = it == table.byName.end() ? nullptr : it->second;
-        }
-    }
-    for (size_t i = 0; i < kViewRefCount; ++i) {
-        refs[i] = table.refs.get(handles[i]);
-        if (!refs[i]) return false;
-    }
-    return true;
-}
+SimulatorDataRefs viewRefs(kViewRefNames);
 
 // The view datarefs follow the camera, written when it moved. They are the simulator's
 // own and read-only to plug-ins, so the host writes their storage directly.
@@ -125,7 +110,7 @@ void publishPosition() {
     XPLMCameraPosition_t p = currentPosition();
     if (gCamera.everPublished && std::memcmp(&p, &gCamera.published, sizeof p) == 0) return;
     DataRef* refs[kViewRefCount];
-    if (!viewRefs(refs)) return;
+    if (!viewRefs.resolve(refs)) return;
     gCamera.published = p;
     gCamera.everPublished = true;
     const float values[kViewRefCount] = {p.x, p.y, p.z, p.pitch, p.heading, p.roll};

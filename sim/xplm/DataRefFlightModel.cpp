@@ -39,25 +39,9 @@ constexpr const char* kRefNames[RefCount] = {
     "sim/flightmodel/position/q",
 };
 
-// The flight model's datarefs, looked up by name once per load (the handles of an
-// earlier run no longer resolve, which triggers the next lookup). False when the
-// simulator's datarefs lack one of them.
-bool modelRefs(DataRef* (&refs)[RefCount]) {
-    static void* handles[RefCount] = {};
-    loadSimulatorDataRefs();
-    DataRefTable& table = dataRefTable();
-    if (!table.refs.contains(handles[0])) {
-        for (int i = 0; i < RefCount; ++i) {
-            auto it = table.byName.find(kRefNames[i]);
-            handles[i] = it == table.byName.end() ? nullptr : it->second;
-        }
-    }
-    for (int i = 0; i < RefCount; ++i) {
-        refs[i] = table.refs.get(handles[i]);
-        if (!refs[i]) return false;
-    }
-    return true;
-}
+// The flight model's datarefs; resolve() is false when the simulator's datarefs lack
+// one of them.
+SimulatorDataRefs modelRefs(kRefNames);
 
 // X-Plane's attitude quaternion from heading, pitch and roll (degrees).
 void attitudeQuaternion(double psi, double theta, double phi, std::vector<float>& q) {
@@ -90,13 +74,13 @@ void derivePosition(DataRef* (&r)[RefCount]) {
 
 AircraftPose userAircraftPose() {
     DataRef* r[RefCount];
-    if (!modelRefs(r)) return AircraftPose{};
+    if (!modelRefs.resolve(r)) return AircraftPose{};
     return AircraftPose{r[Latitude]->scalar, r[Longitude]->scalar, r[Elevation]->scalar, r[Psi]->scalar};
 }
 
 void placeUserAircraft(const AircraftPose& pose) {
     DataRef* r[RefCount];
-    if (!modelRefs(r)) return;
+    if (!modelRefs.resolve(r)) return;
     world::worldToLocal(pose.lat, pose.lon, pose.elevationM, &r[LocalX]->scalar, &r[LocalY]->scalar,
                         &r[LocalZ]->scalar);
     r[Psi]->scalar = static_cast<float>(pose.headingDeg);
@@ -106,7 +90,7 @@ void placeUserAircraft(const AircraftPose& pose) {
 
 void startFlightModel() {
     DataRef* r[RefCount];
-    if (!modelRefs(r)) {
+    if (!modelRefs.resolve(r)) {
         Host::get().log("xpsim: datarefs.tsv lacks a dataref of the flight model");
         return;
     }
@@ -120,7 +104,7 @@ void startFlightModel() {
 // time runs on from whatever a plug-in set it to; local time follows it.
 void flightModelStep() {
     DataRef* r[RefCount];
-    if (!modelRefs(r)) return;
+    if (!modelRefs.resolve(r)) return;
     const Host& host = Host::get();
     r[RunningTime]->scalar = host.elapsedSeconds;
     r[FlightTime]->scalar += host.frameSeconds();

@@ -126,4 +126,20 @@ void loadSimulatorDataRefs() {
     startFlightModel();
 }
 
+bool resolveSimulatorDataRefs(const char* const* names, size_t count, void** handles, DataRef** refs) {
+    loadSimulatorDataRefs();
+    DataRefTable& table = dataRefTable();
+    if (!table.refs.contains(handles[0])) {
+        for (size_t i = 0; i < count; ++i) {
+            auto it = table.byName.find(names[i]);
+            handles[i] = it == table.byName.end() ? nullptr : it->second;
+        }
+    }
+    for (size_t i = 0; i < count; ++i) {
+        refs[i] = table.refs.get(handles[i]);
+        if (!refs[i]) return false;
+    }
+    return true;
+}
+
 }  // namespace xpsim

@@ -3,6 +3,7 @@
 // handles, so every typed read or write is a handle dereference, never a name lookup.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -75,6 +76,24 @@ inline DataRefTable& dataRefTable() { return gDataRefTable; }
 // Puts the simulator's datarefs (datarefs.tsv) with their start values into the table,
 // once per run; every name lookup calls it first.
 void loadSimulatorDataRefs();
+// Resolves `count` simulator datarefs by name into `refs`, through the caller's cache of
+// `handles`: looked up again only when the first cached handle no longer resolves, that
+// is once per run. False when the simulator's datarefs lack one of the names.
+bool resolveSimulatorDataRefs(const char* const* names, size_t count, void** handles, DataRef** refs);
+
+// A fixed list of the simulator's datarefs that the host itself reads and writes, looked
+// up by name once per run so that frequent use costs no name lookups.
+template <size_t N>
+class SimulatorDataRefs {
+public:
+    constexpr explicit SimulatorDataRefs(const char* const (&names)[N]) : names_(names) {}
+    bool resolve(DataRef* (&refs)[N]) { return resolveSimulatorDataRefs(names_, N, handles_, refs); }
+
+private:
+    const char* const* names_;
+    void* handles_[N] = {};
+};
+
 // DataRefFlightModel.cpp: parks the aircraft at the airport and sets the clock, as the
 // last step of loading.
 void startFlightModel();
