@@ -6,6 +6,7 @@
 
 #include "callbacks/Dispatch.h"
 #include "callbacks/Trampolines.h"
+#include "core/PythonErrors.h"
 #include "core/PythonGuard.h"
 
 namespace vorlith {
@@ -31,7 +32,7 @@ VL_Arguments<1> Single(PyObject* ref) { return VL_Pack(ref); }  // "(O)"
 long LongItem(PyObject* list, Py_ssize_t i) {
     long value = PyLong_AsLong(PyList_GET_ITEM(list, i));
     if (value == -1 && PyErr_Occurred()) {
-        PyErr_Print();
+        VL_PrintPythonError();
         return 0;
     }
     return value;
@@ -39,7 +40,7 @@ long LongItem(PyObject* list, Py_ssize_t i) {
 double DoubleItem(PyObject* list, Py_ssize_t i) {
     double value = PyFloat_AsDouble(PyList_GET_ITEM(list, i));
     if (value == -1.0 && PyErr_Occurred()) {
-        PyErr_Print();
+        VL_PrintPythonError();
         return 0.0;
     }
     return value;
@@ -85,7 +86,7 @@ int StoreBytes(void* buffer, PyObject* list, int n, int max) {
     if (first && VL_TextCheck(first)) {
         VL_Text text;
         if (!text.set(first)) {
-            PyErr_Print();
+            VL_PrintPythonError();
             return 0;
         }
         Py_ssize_t length = std::min<Py_ssize_t>(text.size(), max);

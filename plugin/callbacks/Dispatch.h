@@ -10,6 +10,7 @@
 
 #include "callbacks/Registry.h"
 #include "core/Log.h"
+#include "core/PythonErrors.h"
 
 namespace vorlith {
 
@@ -80,7 +81,7 @@ VL_Arguments<sizeof...(Items)> VL_Pack(Items... items) {
 // a format on every call: a result of another type gives 0 and its error is printed.
 inline bool VL_ResultFailed() {
     if (!PyErr_Occurred()) return false;
-    PyErr_Print();
+    VL_PrintPythonError();
     return true;
 }
 inline int VL_ResultInt(PyObject* result) {
@@ -110,12 +111,12 @@ template <typename R, typename Build, typename Convert>
 R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& build,
                 Convert&& convert) {
     if (!callable) {
-        if (PyErr_Occurred()) PyErr_Print();
+        VL_PrintPythonError();
         VL_WriteToLog(kind.missingLine);
         return kind.missing;
     }
     // An error an earlier callback left pending would be blamed on this call.
-    if (PyErr_Occurred()) PyErr_Print();
+    VL_PrintPythonError();
     Py_INCREF(callable);  // the callable may unregister itself while it runs
     PyObject* result = nullptr;
     {
@@ -124,7 +125,7 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
     }
     Py_DECREF(callable);
     if (!result) {
-        if (kind.printFailure) PyErr_Print();
+        if (kind.printFailure) VL_PrintPythonError();
         if (kind.failedLine) VL_WriteToLog(kind.failedLine);
         return kind.failed;
     }

@@ -3,6 +3,7 @@
 // control panel's print list as lines.
 
 #include "core/Log.h"
+#include "core/PythonErrors.h"
 #include "core/Text.h"
 #include "platform/PythonCompat.h"
 
@@ -37,7 +38,7 @@ PyMethodDef TembrookInternalModuleMethods[] = {
 void initTembrookInternalModule() {
     PyObject* module = VL_CreateModule("TembrookInternalModule", TembrookInternalModuleMethods);
     if (!module) {
-        PyErr_Print();
+        VL_PrintPythonError();
         return;
     }
     // The start text imports it before anything else exists in the module.

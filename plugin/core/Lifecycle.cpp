@@ -10,6 +10,7 @@
 
 #include "XPLMUtilities.h"
 #include "core/Log.h"
+#include "core/PythonErrors.h"
 #include "core/PythonGuard.h"
 #include "core/ScriptFiles.h"
 #include "core/Text.h"
@@ -38,7 +39,7 @@ std::string PythonLiteral(const std::string& text) {
 }
 
 void PrintPendingError() {
-    if (PyErr_Occurred()) PyErr_Print();
+    VL_PrintPythonError();
 }
 
 // The shared relay: look the method up, call it with args (stolen), report what failed.

@@ -8,6 +8,7 @@
 
 #include "XPLMUtilities.h"
 #include "core/Log.h"
+#include "core/PythonErrors.h"
 #include "core/Text.h"
 
 namespace vorlith {
@@ -36,7 +37,7 @@ int LoadScript(const char* moduleName, TypeOfScript kind) {
     PyObject* module = name ? PyImport_Import(name) : nullptr;
     Py_XDECREF(name);
     if (!module) {
-        PyErr_Print();
+        VL_PrintPythonError();
         VL_WriteToLogf("'%s' failed to load\n", moduleName);
         return 0;
     }
@@ -53,7 +54,7 @@ int LoadScript(const char* moduleName, TypeOfScript kind) {
     Py_XDECREF(noArgs);
     Py_DECREF(cls);
     if (!instance) {
-        PyErr_Print();
+        VL_PrintPythonError();
         VL_WriteToLog("Vorlith Call failed\n");
         return 0;
     }

@@ -10,6 +10,7 @@
 
 #include "XPLMDataAccess.h"
 #include "callbacks/Trampolines.h"
+#include "core/PythonErrors.h"
 #include "modules/Modules.h"
 #include "modules/xplm/Binding.h"
 
@@ -476,7 +477,7 @@ const VL_Constant XPLMDataAccessConstants[] = {
 
 void initXPLMDataAccess() {
     PyObject* module = VL_CreateModule("XPLMDataAccess", XPLMDataAccessMethods);
-    if (!module || !VL_AddConstants(module, XPLMDataAccessConstants)) PyErr_Print();
+    if (!module || !VL_AddConstants(module, XPLMDataAccessConstants)) VL_PrintPythonError();
 }
 
 }  // namespace vorlith

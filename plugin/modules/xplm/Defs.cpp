@@ -2,6 +2,7 @@
 // flags, key codes and virtual key codes), 138 of them.
 
 #include "XPLMDefs.h"
+#include "core/PythonErrors.h"
 #include "modules/Modules.h"
 #include "modules/xplm/Binding.h"
 
@@ -162,7 +163,7 @@ static_assert(sizeof XPLMDefsConstants / sizeof XPLMDefsConstants[0] == 138, "XP
 
 void initXPLMDefs() {
     PyObject* module = VL_CreateModule("XPLMDefs", XPLMDefsMethods);
-    if (!module || !VL_AddConstants(module, XPLMDefsConstants)) PyErr_Print();
+    if (!module || !VL_AddConstants(module, XPLMDefsConstants)) VL_PrintPythonError();
 }
 
 }  // namespace vorlith

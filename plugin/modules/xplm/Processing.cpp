@@ -6,6 +6,7 @@
 
 #include "XPLMProcessing.h"
 #include "callbacks/Trampolines.h"
+#include "core/PythonErrors.h"
 #include "core/SdkCapabilities.h"
 #include "modules/Modules.h"
 #include "modules/xplm/Binding.h"
@@ -211,7 +212,7 @@ PyMethodDef XPLMProcessingMethods[] = {
 }  // namespace
 
 void initXPLMProcessing() {
-    if (!VL_CreateModule("XPLMProcessing", XPLMProcessingMethods)) PyErr_Print();
+    if (!VL_CreateModule("XPLMProcessing", XPLMProcessingMethods)) VL_PrintPythonError();
 }
 
 }  // namespace vorlith
