@@ -15,6 +15,7 @@ ctest --test-dir build --output-on-failure -j"$jobs"
 echo "==== Python 2.7: the plug-in and its end-to-end tests ===="
 # Only the plug-in differs: the host and the other tests were checked above.
 configure_log=$(mktemp)
+trap 'rm -f "$configure_log"' EXIT
 if cmake -S . -B build-py2 -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORLITH_PYTHON=2 -DVORLITH_BENCH=OFF \
      >"$configure_log" 2>&1; then
   cmake --build build-py2 -j"$jobs" --target plugin_tests
