@@ -32,3 +32,10 @@ else
   cat "$configure_log"
   exit 1
 fi
+
+# The tests' size beside the code's (C, C++ and Python lines; data files aside).
+count_lines() { find "$@" -type f \( -name '*.c' -o -name '*.cpp' -o -name '*.h' -o -name '*.py' \) -print0 |
+                xargs -0 cat | wc -l; }
+test_lines=$(count_lines tests)
+code_lines=$(count_lines plugin sim sdk)
+echo "test lines: $test_lines, code lines: $code_lines ($((100 * test_lines / code_lines))% of the code)"
