@@ -143,7 +143,9 @@ TEST_F(WorldTest, NavigationAndPlanesAnswerThroughOutListsAndKeepPlaneRecords) {
     EXPECT_TRUE(Has(out, "fms count 2 destination 1\nfms info -> (1,)\nfms 0 [1] ['KSEA'] True [3000]\n")) << out;
     EXPECT_TRUE(Has(out, "fms 1 [2048] [5000] 47.50\nfms after clear 1\n")) << out;
 
-    EXPECT_TRUE(Has(out, "path ends with it True\nrelease without acquire -> 1\n")) << out;
+    EXPECT_TRUE(Has(out, "path ends with it True\nnative path same True\nplace -> 1\nrelease without acquire -> 1\n"))
+        << out;
+    EXPECT_TRUE(Has(SimLog(), "user placed at airport KBFI")) << SimLog();
     EXPECT_TRUE(Has(log, Report("XPLMPlanes", "XPLMReleasePlanes", NoRecord("VL_NavPlanes")))) << log;
     EXPECT_TRUE(Has(out, "acquire -> 1\nacquire text raised TypeError\nacquire numbers raised TypeError\n"
                          "acquire None -> 1\nacquire many -> 1\n"))

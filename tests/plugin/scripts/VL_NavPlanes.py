@@ -50,6 +50,8 @@ class Vorlith:
         total, active, controller = XPLMCountAircraft()
         name, path = XPLMGetNthAircraftModel(0)
         print("aircraft %d model %r path ends with it %r" % (total, name, path.endswith(name)))
+        print("native path same %r" % (XPLMGetNthAircraftModel_NP(self, 0) == (name, path)))
+        show("place", lambda: XPLMPlaceUserAtAirport("KBFI"))
         show("release without acquire", lambda: XPLMReleasePlanes(self))
         self.available = self.Available
         show("acquire", lambda: XPLMAcquirePlanes(self, [""], self.available, 3))
