@@ -46,11 +46,12 @@ void VL_PrintPythonError() {
     if (!PyErr_Occurred()) return;
     FetchedError error;
     if (!error.type) return;
-    PySys_SetObject("last_type", error.type);
-    PySys_SetObject("last_value", error.value);
-    PySys_SetObject("last_traceback", error.traceback);
+    // Python 2 declares these names char*.
+    PySys_SetObject(const_cast<char*>("last_type"), error.type);
+    PySys_SetObject(const_cast<char*>("last_value"), error.value);
+    PySys_SetObject(const_cast<char*>("last_traceback"), error.traceback);
     PyErr_Clear();
-    PyObject* hook = PySys_GetObject("excepthook");  // borrowed
+    PyObject* hook = PySys_GetObject(const_cast<char*>("excepthook"));  // borrowed
     if (!hook || hook == Py_None) {
         error.display();
         PyErr_Clear();

@@ -22,6 +22,10 @@ namespace {
 
 constexpr const char* kModule = "XPLMDataAccess";
 constexpr int kByteWriteBuffer = 4096;
+// No dataref holds a million values; a script's count or an accessor's size beyond them
+// is a mistake that must not cost gigabytes or minutes. Reads are cut there, like at the
+// dataref's size; a write of more raises ValueError.
+constexpr int kMaxArrayValues = 1 << 20;
 
 // --- single values ---
 
@@ -110,7 +114,7 @@ PyObject* ReadArray(PyObject* args, const char* function, int (*get)(XPLMDataRef
     if (!VL_GuardedCall(kModule, function, [&] { size = get(ref, nullptr, offset, max); }))
         return VL_IntFromLong(0);
     if (list == Py_None) return VL_IntFromLong(size);
-    max = std::max(0, std::min(max, size));
+    max = std::max(0, std::min({max, size, kMaxArrayValues}));
     std::unique_ptr<T[]> buffer(new (std::nothrow) T[static_cast<std::size_t>(max) + 1]);
     if (!buffer) return PyErr_NoMemory();
     return VL_Guarded(kModule, function, [&]() -> PyObject* {
@@ -170,6 +174,11 @@ bool SequenceValues(PyObject* sequence, int count, std::vector<T>& values, Conve
     Py_ssize_t length = PySequence_Size(sequence);
     if (length < 0) return false;
     Py_ssize_t wanted = std::clamp<Py_ssize_t>(count, 0, length);
+    if (wanted > kMaxArrayValues) {
+        PyErr_Format(PyExc_ValueError, "count %d is more than the %d values a write takes", count,
+                     kMaxArrayValues);
+        return false;
+    }
     bool checkAll = PyList_Check(sequence) || PyTuple_Check(sequence);
     values.reserve(static_cast<std::size_t>(std::min<Py_ssize_t>(wanted, 4096)));
     for (Py_ssize_t i = 0; i < wanted || (checkAll && i < PySequence_Size(sequence)); ++i) {
@@ -207,7 +216,7 @@ bool FloatValue(PyObject* item, float& value) {
     return true;
 }
 
-// The SDK gets `count` values, never more than the script gave.
+// The SDK gets `count` values, never more than the script gave, nor more than a million.
 template <typename T>
 PyObject* WriteArray(PyObject* args, const char* function, void (*set)(XPLMDataRef, T*, int, int),
                      bool (*convert)(PyObject*, T&)) {

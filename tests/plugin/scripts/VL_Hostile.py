@@ -73,6 +73,7 @@ class Vorlith:
     def XPluginStop(self):
         XPLMUnregisterFlightLoopCallback(self, self.loop, 0)
         XPLMUnregisterDataAccessor(self, self.ref)
+        sys.excepthook = sys.__excepthook__
         shared["stop"] = True
         self.threads[2].join()
         print("hostile stop")
@@ -121,6 +122,7 @@ class Vorlith:
         ratios = XPLMFindDataRef("sim/flightmodel/engine/ENGN_thro")
         self.Attempt("endless ints", XPLMSetDatavi, batteries, Endless(), 0, 2)
         self.Attempt("endless ints past the ints", XPLMSetDatavi, batteries, Endless(), 0, 20)
+        self.Attempt("endless ints all of them", XPLMSetDatavi, batteries, Endless(), 0, (1 << 31) - 1)
         self.Attempt("endless floats", XPLMSetDatavf, ratios, Endless(), 0, 2)
         self.Attempt("endless bytes", XPLMSetDatab, batteries, Endless(), 0, 1 << 30)
         self.Attempt("negative count", XPLMSetDatavi, batteries, [1, 2], -5, -(1 << 30))
@@ -128,4 +130,8 @@ class Vorlith:
         self.calls += 1
         if self.calls == 1:
             raise ValueError(u"unencodable \ud800 text")
+        sys.excepthook = self.ExitingHook  # even the hook printing it asks to exit
         raise SystemExit(3)
+
+    def ExitingHook(self, *exception):
+        sys.exit(5)
