@@ -15,8 +15,11 @@ void VL_RegisterModules() {
         initXPLMDataAccess,
         // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
         initXPLMProcessing,
-        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery, XPWidgetDefs, XPWidgets,
-        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging,
+        initXPLMUtilities,
+        // XPLMPlanes
+        initXPLMPlugin,
+        // XPLMScenery, XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
+        initPythonScriptMessaging,
         // TembrookVCUtilities
     };
     // A new interpreter: records of the previous one are never called again.

@@ -11,5 +11,8 @@ void VL_RegisterModules();
 void initXPLMDefs();
 void initXPLMDataAccess();
 void initXPLMProcessing();
+void initXPLMUtilities();
+void initXPLMPlugin();
+void initPythonScriptMessaging();
 
 }  // namespace vorlith

@@ -48,15 +48,23 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
 // "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
 // freed on the way out either way.
+// The guard with the report a few functions give instead of "Parameter Error"
+// ("Function Error", or another module's and function's name).
 template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
+                             Call&& call) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, "Parameter Error");
+        PrintException(module, function, message);
         return false;
     }
+}
+
+template <typename Call>
+bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
 }
 
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
@@ -65,6 +73,15 @@ PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
     PyObject* result = nullptr;
     if (!VL_GuardedCall(module, function, [&] { result = call(); })) return VL_IntFromLong(0);
     return result;
+}
+
+// A function of a newer SDK: true when the simulator has it, else the report (text is
+// VL_NotSupported200 or VL_NotSupported210) and false; the binding then answers 0.
+inline bool VL_Supported(const void* function, const char* module, const char* name,
+                         const char* text) {
+    if (function) return true;
+    PrintException(module, name, text);
+    return false;
 }
 
 // The script table a binding works with; its absence is a failure of the call.
