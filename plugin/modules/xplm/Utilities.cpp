@@ -225,8 +225,7 @@ PyObject* ListDirectory(DirectoryRequest& r, const char* path) {
 PyObject* PY_XPLMGetDirectoryContents(PyObject*, PyObject* args) {
     DirectoryRequest request;
     if (!ParseDirectoryRequest(args, request, nullptr)) return nullptr;
-    std::string path = VL_SimPathFromScript(request.path.c_str());
-    return ListDirectory(request, path.c_str());
+    return ListDirectory(request, request.path.c_str());
 }
 
 // --- the same with the script's own path setting (no colon conversion) ---
