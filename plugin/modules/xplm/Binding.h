@@ -48,15 +48,23 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
 // "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
 // freed on the way out either way.
+// The guard with the report a few functions give instead of "Parameter Error"
+// ("Function Error", or another module's and function's name).
 template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
+                             Call&& call) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, "Parameter Error");
+        PrintException(module, function, message);
         return false;
     }
+}
+
+template <typename Call>
+bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
 }
 
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
