@@ -8,6 +8,7 @@ namespace vorlith {
 
 int PythonGuard::depth_ = 0;
 PyThreadState* PythonGuard::released_ = nullptr;
+bool PythonGuard::running_ = false;
 
 namespace {
 
@@ -22,6 +23,7 @@ float VL_PassLockOnLoop(float, float, int, void*) {
 }  // namespace
 
 void PythonGuard::releaseAfterStart() {
+    running_ = Py_IsInitialized() != 0;
     if (depth_ == 0 && !released_ && Py_IsInitialized()) released_ = PyEval_SaveThread();
     XPLMRegisterFlightLoopCallback(VL_PassLockOnLoop, -1.0f, nullptr);
 }
@@ -34,6 +36,7 @@ void PythonGuard::finalize() {
         PyEval_RestoreThread(released_);
         released_ = nullptr;
     }
+    running_ = false;
     Py_Finalize();
 }
 

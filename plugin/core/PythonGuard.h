@@ -20,7 +20,7 @@ public:
         // A stop inside the guard finalised the interpreter: there is no lock to give back.
         // With no other thread to run, giving the lock back and taking it again on the next
         // call costs more than the call itself: the simulator's thread keeps it instead.
-        if (--depth_ == 0 && Py_IsInitialized() && OtherThreadsExist())
+        if (--depth_ == 0 && running_ && OtherThreadsExist())
             released_ = PyEval_SaveThread();
     }
     PythonGuard(const PythonGuard&) = delete;
@@ -49,6 +49,7 @@ private:
 
     static int depth_;
     static PyThreadState* released_;
+    static bool running_;  // the interpreter is initialised: kept here, asked on every call
 };
 
 }  // namespace vorlith

@@ -310,15 +310,15 @@ PyObject* PY_XPLMRegisterDataAccessor(PyObject*, PyObject* args) {
     return VL_Guarded(kModule, "XPLMRegisterDataAccessor", [&] {
         VL_ScriptTable& table = VL_Table();
         // Only bound methods are accessors; None, 0 or a plain function leave the slot empty.
-        bool recorded[kAccessorCount] = {};
+        _CallbackList* cells[kAccessorCount] = {};
         VL_CallbackBlock* read = VL_AddCallbackBlock(GetDataMemoryPointerList);
         VL_CallbackBlock* write = VL_AddCallbackBlock(SetDataMemoryPointerList);
         for (int i = 0; i < kAccessorCount; ++i) {
             const Accessor& accessor = kAccessors[i];
-            recorded[i] = Py_TYPE(callables[i]) == &PyMethod_Type;
-            if (!recorded[i]) continue;
-            (accessor.reads ? read : write)->cells[accessor.slot] = table.AddCallback(
-                *accessor.list, self, nullptr, callables[i], accessor.reads ? readRefcon : writeRefcon);
+            if (Py_TYPE(callables[i]) != &PyMethod_Type) continue;
+            cells[i] = table.AddCallback(*accessor.list, self, nullptr, callables[i],
+                                         accessor.reads ? readRefcon : writeRefcon);
+            (accessor.reads ? read : write)->cells[accessor.slot] = cells[i];
         }
         XPLMDataRef ref = XPLMRegisterDataAccessor(
             name.c_str(), type, writable, VL_GetDatai_Callback, VL_SetDatai_Callback,
@@ -327,8 +327,9 @@ PyObject* PY_XPLMRegisterDataAccessor(PyObject*, PyObject* args) {
             VL_SetDatavf_Callback, VL_GetDatab_Callback, VL_SetDatab_Callback, read, write);
         read->handle = ref;
         write->handle = ref;
+        // Each record gets its own dataref, whatever other datarefs its callable serves.
         for (int i = 0; i < kAccessorCount; ++i)
-            if (recorded[i]) table.UpdateCallback(*kAccessors[i].list, self, callables[i], ref);
+            if (cells[i]) table.UpdateCallback(*kAccessors[i].list, cells[i], ref);
         if (VL_Tracing()) {
             VL_Trace trace("XPLMRegisterDataAccessor");
             trace.line("pScriptId = %x, inDataName = %s, inDataType = %d, inIsWritable = %d, "
