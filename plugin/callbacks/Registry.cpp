@@ -51,6 +51,7 @@ VL_WidgetCallbackListType WidgetCallbackList;
 
 namespace detail {
 unsigned gCallbackGeneration = 0;
+std::uintptr_t gCellsBegin = 0, gCellsEnd = 0;
 }
 
 namespace {
@@ -102,6 +103,8 @@ public:
         return slot;
     }
     void reuse(T* slot) { free_.push_back(slot); }
+    std::uintptr_t begin() const { return reinterpret_cast<std::uintptr_t>(slots_); }
+    std::uintptr_t end() const { return begin() + used_ * sizeof(T); }
     bool owns(const void* pointer) const {
         auto address = reinterpret_cast<std::uintptr_t>(pointer);
         auto begin = reinterpret_cast<std::uintptr_t>(slots_);
@@ -188,11 +191,6 @@ bool VL_IsOwnBlock(const void* pointer) {
            static_cast<const VL_CallbackBlock*>(pointer)->generation != kFreedBlock;
 }
 
-_CallbackListEntry* VL_RecordFromCell(void* refcon) {
-    if (!gCells.owns(refcon)) return nullptr;
-    return static_cast<_CallbackList*>(refcon)->record;
-}
-
 _CallbackListEntry* VL_RecordFromBlock(void* refcon, int slot) {
     if (slot < 0 || slot >= VL_BlockSlots || !VL_IsOwnBlock(refcon)) return nullptr;
     _CallbackList* cell = static_cast<VL_CallbackBlock*>(refcon)->cells[slot];
@@ -264,10 +262,15 @@ void VL_ReleaseCallbacks() {
 _CallbackList* VL_ScriptTable::AddCallback(VL_CallbackListType& list, PyObject* scriptId,
                                            void* handle, PyObject* callable, void* refcon,
                                            VL_FoundBy foundBy) {
+    _CallbackList* cell = gCells.make();
+    detail::gCellsBegin = gCells.begin();
+    detail::gCellsEnd = gCells.end();
     PyObject* refconObject =
         VL_IntFromLong(static_cast<long>(reinterpret_cast<std::intptr_t>(refcon)));
-    if (!refconObject) throw std::bad_alloc();
-    _CallbackList* cell = gCells.make();
+    if (!refconObject) {
+        gCells.reuse(cell);  // never handed to the SDK
+        throw std::bad_alloc();
+    }
     Py_XINCREF(scriptId);
     Py_XINCREF(callable);
     cell->record = new _CallbackListEntry{scriptId, handle, callable, refcon,

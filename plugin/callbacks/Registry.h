@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "core/ScriptTable.h"
@@ -62,6 +63,7 @@ using VL_CallbackBlockList = std::vector<VL_CallbackBlock*>;
 void VL_StartCallbackGeneration();
 namespace detail {
 extern unsigned gCallbackGeneration;
+extern std::uintptr_t gCellsBegin, gCellsEnd;  // the cells handed out so far
 }
 inline unsigned VL_CallbackGeneration() { return detail::gCallbackGeneration; }
 
@@ -80,7 +82,7 @@ void VL_ReleaseCallbackList(VL_CallbackListType& list);
 // The record behind a reference value the SDK handed back, or null when the value is not
 // one of our cells or its record is gone. Never reads memory that is not ours; constant
 // time whatever the number of cells.
-_CallbackListEntry* VL_RecordFromCell(void* refcon);
+inline _CallbackListEntry* VL_RecordFromCell(void* refcon);
 bool VL_IsOwnCell(const void* pointer);
 // The record in slot `slot` (0-based) of the block behind a reference value, or null.
 _CallbackListEntry* VL_RecordFromBlock(void* refcon, int slot);
@@ -92,6 +94,14 @@ bool VL_IsScriptActive(PyObject* scriptId, unsigned generation);
 // The same for a callback record, without a search: its own status and generation.
 inline bool VL_IsRecordActive(const _CallbackListEntry* record) {
     return record && record->status->enabled && record->generation == VL_CallbackGeneration();
+}
+
+inline _CallbackListEntry* VL_RecordFromCell(void* refcon) {
+    auto address = reinterpret_cast<std::uintptr_t>(refcon);
+    if (address < detail::gCellsBegin || address >= detail::gCellsEnd ||
+        (address - detail::gCellsBegin) % sizeof(_CallbackList) != 0)
+        return nullptr;
+    return static_cast<_CallbackList*>(refcon)->record;
 }
 
 // --- blocks ---

@@ -9,6 +9,7 @@ namespace vorlith {
 int PythonGuard::depth_ = 0;
 PyThreadState* PythonGuard::released_ = nullptr;
 bool PythonGuard::running_ = false;
+PyInterpreterState* PythonGuard::interpreter_ = nullptr;
 
 namespace {
 
@@ -24,6 +25,7 @@ float VL_PassLockOnLoop(float, float, int, void*) {
 
 void PythonGuard::releaseAfterStart() {
     running_ = Py_IsInitialized() != 0;
+    interpreter_ = running_ ? PyInterpreterState_Head() : nullptr;
     if (depth_ == 0 && !released_ && Py_IsInitialized()) released_ = PyEval_SaveThread();
     XPLMRegisterFlightLoopCallback(VL_PassLockOnLoop, -1.0f, nullptr);
 }
