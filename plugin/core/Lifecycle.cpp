@@ -241,6 +241,9 @@ void StopPython(int disableScripts) {
             if (disableScripts == 1) CallXPluginDisable(scriptId, 0);
             CallXPluginStop(scriptId, 0);
         }
+        // What scripts left registered gives its objects back while their destructors
+        // can still print to the log.
+        VL_RetireCallbacks();
         VL_RunPythonText("import sys\n"
                          "sys.stdout = sys.__stdout__\n"
                          "sys.stderr = sys.__stderr__\n");
@@ -252,6 +255,7 @@ void StopPython(int disableScripts) {
     if (threadsEnded) PythonGuard::finalize();
     VL_WriteToLog("After Py_Finalize()\n");
     if (gVL_CheckCallbacks) VL_CheckAllCallbacks();
+    VL_ReleaseCallbacks();
     VLTestTable->ClearScriptTable();
     VL_UnshareVirtualCameraData();
     VL_WriteToLog("--- LOGGING STOPPED ---\n\n");

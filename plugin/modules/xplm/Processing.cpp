@@ -33,8 +33,9 @@ PyObject* PY_XPLMRegisterFlightLoopCallback(PyObject*, PyObject* args) {
     if (!PyArg_ParseTuple(args, "OOfO", &self, &callable, &interval, &refconObject)) return nullptr;
     void* refcon = VL_RefconFromObject(refconObject);
     return VL_Guarded(kModule, "XPLMRegisterFlightLoopCallback", [&] {
-        _CallbackList* cell =
-            VL_Table().AddCallback(FlightLoopCallbackList, self, nullptr, callable, refcon);
+        // Found again by callable and refcon only: a null handle never names it.
+        _CallbackList* cell = VL_Table().AddCallback(FlightLoopCallbackList, self, nullptr, callable,
+                                                     refcon, VL_FoundBy::Callable);
         XPLMRegisterFlightLoopCallback(VL_FlightLoopCallback, interval, cell);
         if (VL_Tracing())
             VL_Trace("XPLMRegisterFlightLoopCallback")
@@ -143,7 +144,7 @@ PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
         XPLMCreateFlightLoop_t create = {static_cast<int>(sizeof(XPLMCreateFlightLoop_t)), phase,
                                          VL_FlightLoopCallback, cell};
         XPLMFlightLoopID id = XPLMCreateFlightLoop_ptr(&create);
-        if (recorded) VL_Table().UpdateCallback(FlightLoopCallbackList, self, callable, id);
+        if (recorded) VL_Table().UpdateCallback(FlightLoopCallbackList, cell, id);
         if (VL_Tracing())
             VL_Trace("XPLMCreateFlightLoop")
                 .line("pScriptId = %x, phase = %d, Refcon = %d, FlightLoopID = %x\n", VL_Low32(self),
