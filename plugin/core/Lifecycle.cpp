@@ -250,6 +250,15 @@ void StopPython(int disableScripts) {
         threadsEnded = VL_EndScriptThreads();
         // A kept interpreter: the next start imports the scripts afresh all the same.
         if (!threadsEnded) VL_ForgetScriptModules();
+        // Python 2's Py_Finalize prints an error of sys.exitfunc (atexit's handlers) with
+        // PyErr_Print, which ends the process on SystemExit: they run here instead, at the
+        // same point of the stop (after the threads), their errors printed safely.
+        if (threadsEnded)
+            VL_RunPythonText("import sys\n"
+                             "if hasattr(sys, 'exitfunc'):\n"
+                             "    _vl_exitfunc = sys.exitfunc\n"
+                             "    del sys.exitfunc\n"
+                             "    _vl_exitfunc()\n");
     }
     VL_WriteToLog("Before Py_Finalize()\n");
     if (threadsEnded) PythonGuard::finalize();
