@@ -109,15 +109,9 @@ PyObject* PY_XPLMSetFlightLoopCallbackInterval(PyObject*, PyObject* args) {
     });
 }
 
-// The SDK 2.10 functions answer 0 on an older simulator, before looking at the arguments.
-bool Supported(const void* function, const char* name) {
-    if (function) return true;
-    PrintException(kModule, name, VL_NotSupported210);
-    return false;
-}
-
 PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
-    if (!Supported(reinterpret_cast<void*>(XPLMCreateFlightLoop_ptr), "XPLMCreateFlightLoop"))
+    // An SDK 2.10 function: 0 on an older simulator, before looking at the arguments.
+    if (!VL_Supported(kModule, "XPLMCreateFlightLoop", XPLMCreateFlightLoop_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
     PyObject *self, *parameters, *callable, *refconObject;
     int phase;
@@ -157,7 +151,7 @@ PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMDestroyFlightLoop(PyObject*, PyObject* args) {
-    if (!Supported(reinterpret_cast<void*>(XPLMDestroyFlightLoop_ptr), "XPLMDestroyFlightLoop"))
+    if (!VL_Supported(kModule, "XPLMDestroyFlightLoop", XPLMDestroyFlightLoop_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
     PyObject *self, *idObject;
     if (!PyArg_ParseTuple(args, "OO", &self, &idObject)) return nullptr;
@@ -181,7 +175,7 @@ PyObject* PY_XPLMDestroyFlightLoop(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMScheduleFlightLoop(PyObject*, PyObject* args) {
-    if (!Supported(reinterpret_cast<void*>(XPLMScheduleFlightLoop_ptr), "XPLMScheduleFlightLoop"))
+    if (!VL_Supported(kModule, "XPLMScheduleFlightLoop", XPLMScheduleFlightLoop_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
     PyObject *self, *idObject;
     float interval;
