@@ -189,6 +189,7 @@ void StartPython(int enableScripts) {
     std::string folder = VL_SimPath({"Resources", "plugins", "PythonScripts"});
     std::string pythonForm = VL_PythonFormPath(folder, VL_SimSeparator());
 
+    VL_ShareVirtualCameraData();
     initTembrookInternalModule();
     std::string capture = "import sys\n"
                           "sys.path.append(" + PythonLiteral(pythonForm) + ")\n"
@@ -247,6 +248,7 @@ void StopPython(int disableScripts) {
     VL_WriteToLog("After Py_Finalize()\n");
     if (gVL_CheckCallbacks) VL_CheckAllCallbacks();
     VLTestTable->ClearScriptTable();
+    VL_UnshareVirtualCameraData();
     VL_WriteToLog("--- LOGGING STOPPED ---\n\n");
     VLTestTable->SetPythonRunState(0);
 }

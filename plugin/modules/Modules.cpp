@@ -11,16 +11,20 @@ void VL_RegisterModules() {
     static void (*const inits[])() = {
         // TembrookUtilities
         initXPLMDefs,
-        // XPLMCamera
+        initXPLMCamera,
         initXPLMDataAccess,
-        // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
+        // XPLMDisplay
+        initXPLMGraphics,
+        // XPLMMenus
+        initXPLMNavigation,
         initXPLMProcessing,
         initXPLMUtilities,
-        // XPLMPlanes
+        initXPLMPlanes,
         initXPLMPlugin,
-        // XPLMScenery, XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
+        initXPLMScenery,
+        // XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
         initPythonScriptMessaging,
-        // TembrookVCUtilities
+        initTembrookVCUtilities,
     };
     // A new interpreter: records of the previous one are never called again.
     VL_StartCallbackGeneration();

@@ -46,10 +46,9 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // --- the guard ---
 
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
-// "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
-// freed on the way out either way.
-// The guard with the report a few functions give instead of "Parameter Error"
-// ("Function Error", or another module's and function's name).
+// `message` and gives false. Buffers are owned by `call`'s locals, so they are freed on
+// the way out either way. A few functions report "Function Error", or another module's
+// and function's name.
 template <typename Call>
 bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
                              Call&& call) {
@@ -62,6 +61,7 @@ bool VL_GuardedCallReporting(const char* module, const char* function, const cha
     }
 }
 
+// The guard of most bindings: "Parameter Error".
 template <typename Call>
 bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
     return VL_GuardedCallReporting(module, function, "Parameter Error", call);
@@ -75,12 +75,12 @@ PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
     return result;
 }
 
-// A function of a newer SDK: true when the simulator has it, else the report (text is
-// VL_NotSupported200 or VL_NotSupported210) and false; the binding then answers 0.
-inline bool VL_Supported(const void* function, const char* module, const char* name,
-                         const char* text) {
-    if (function) return true;
-    PrintException(module, name, text);
+// A late SDK function (null when the simulator lacks it): false after reporting `message`
+// (VL_NotSupported200 or VL_NotSupported210) for the binding.
+template <typename Function>
+bool VL_Supported(const char* module, const char* function, Function* pointer, const char* message) {
+    if (pointer) return true;
+    PrintException(module, function, message);
     return false;
 }
 
@@ -146,6 +146,15 @@ inline bool VL_StoreOut(PyObject* list, PyObject* value) {
     }
     if (PyList_Size(list) > 0) return PyList_SetItem(list, 0, value) == 0;
     int status = PyList_Append(list, value);
+    Py_DECREF(value);
+    return status == 0;
+}
+
+// Appends a new value (the reference is taken over) to the list, after what it holds;
+// None drops the value. For the functions that append instead of storing in element 0.
+inline bool VL_AppendOut(PyObject* list, PyObject* value) {
+    if (!value) return false;
+    int status = PyList_Check(list) ? PyList_Append(list, value) : 0;
     Py_DECREF(value);
     return status == 0;
 }
