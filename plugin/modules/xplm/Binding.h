@@ -92,10 +92,9 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // --- the guard ---
 
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
-// "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
-// freed on the way out either way.
-// The guard with the report a few functions give instead of "Parameter Error"
-// ("Function Error", or another module's and function's name).
+// `message` and gives false. Buffers are owned by `call`'s locals, so they are freed on
+// the way out either way. A few functions report "Function Error", or another module's
+// and function's name.
 template <typename Call>
 bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
                              Call&& call) {
@@ -108,6 +107,7 @@ bool VL_GuardedCallReporting(const char* module, const char* function, const cha
     }
 }
 
+// The guard of most bindings: "Parameter Error".
 template <typename Call>
 bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
     return VL_GuardedCallReporting(module, function, "Parameter Error", call);
