@@ -13,7 +13,10 @@ void VL_RegisterModules() {
         initXPLMDefs,
         // XPLMCamera
         initXPLMDataAccess,
-        // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
+        initXPLMDisplay,
+        // XPLMGraphics
+        initXPLMMenus,
+        // XPLMNavigation
         initXPLMProcessing,
         // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery, XPWidgetDefs, XPWidgets,
         // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging,
