@@ -4,6 +4,8 @@
 
 #include "Harness.h"
 #include "XPLMDataAccess.h"
+#include "XPLMDefs.h"
+#include "driver.h"
 
 namespace vorlith::test {
 namespace {
@@ -33,6 +35,25 @@ TEST_F(PluginTest, OwnDatarefExamplePublishesACounterOthersCanReadAndWrite) {
     RunSeconds(1);
     EXPECT_NE(Output().find("vorlith/examples/counter reads 41\n"), std::string::npos) << Output();
     StopSim();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, WindowAndMenuExamplesAnswerClicksKeysTheHotKeyAndPicks) {
+    AddExample("VL_HelloWindow.py");
+    AddExample("VL_CheckedMenu.py");
+    StartSim();
+    xpsim::driver::mouseDown(100, 550);
+    xpsim::driver::mouseUp(100, 550);
+    xpsim::driver::keyPress('x', xplm_DownFlag, XPLM_VK_X);
+    xpsim::driver::keyPress(27, xplm_DownFlag, XPLM_VK_ESCAPE);
+    xpsim::driver::keyPress(0, xplm_DownFlag, XPLM_VK_F8);
+    xpsim::driver::runFrames(1);
+    std::string error;
+    for (const char* item : {"Taxi lights", "Strobes", "Taxi lights"})
+        EXPECT_TRUE(xpsim::driver::pickMenu(std::string("Plugins/Checked Menu/") + item, &error)) << error;
+    StopSim();
+    EXPECT_EQ(Output(), "hello window clicked 1 times\nhello window got key x\nhello window hidden\n"
+                        "Taxi lights on\nStrobes on\nTaxi lights off\n");
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
 }
 
