@@ -85,15 +85,9 @@ TEST_F(PluginTest, DisplayWindowsKeysAndHotKeysReachTheScriptAndBundlesAreFreedB
         std::vector<std::string> sizes;
     };
     const Block blocks[] = {
-        {"XPLMRegisterDrawCallback", "pScriptId = \\w+, inPhase = 50, inWantsBefore = 0, inRefcon = 11",
-         {"DrawCallbackList size = 1"}},
         {"XPLMUnregisterDrawCallback",
          "pScriptId = \\w+, Script Name = , inPhase = 50, inWantsBefore = 0, inRefcon = 99",
          {"DrawCallbackList size = 2"}},
-        {"XPLMRegisterKeySniffer", "pScriptId = \\w+, inBeforeWindows = 1, inRefcon = 13",
-         {"KeySnifferCallbackList size = 1"}},
-        {"XPLMUnregisterKeySniffer", "pScriptId = \\w+, Script Name = VL_Display, inBeforeWindows = 1, inRefcon = 23",
-         {"KeySnifferCallbackList size = 1"}},
         {"XPLMRegisterHotKey",
          "pScriptId = \\w+, inVirtualKey = 112, inFlags = 0, inDescription = Vorlith test hot key, inRefcon = 8",
          {"HotKeyCallbackList size = 1"}},

@@ -95,15 +95,6 @@ class Vorlith:
         print("hot key off -> %r" % XPLMUnregisterHotKey(self, self.spare))
         self.destroy("legacy", self.legacy)
 
-    def XPluginEnable(self):
-        return 1
-
-    def XPluginDisable(self):
-        pass
-
-    def XPluginReceiveMessage(self, sender, message, param):
-        pass
-
     def Draw(self, window, refcon):
         if refcon not in self.drawn:
             self.drawn.add(refcon)

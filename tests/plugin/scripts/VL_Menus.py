@@ -1,9 +1,9 @@
 # A submenu of the Plugins menu whose items the test picks by path; the handler toggles
-# the picked item's check mark. VL_MenuThief tries to destroy it and cannot.
+# the picked item's check mark. VL_Other tries to destroy it and cannot.
 from __future__ import print_function
 from XPLMMenus import *
 
-MENU = []  # the submenu's id, for VL_MenuThief
+MENU = []  # the submenu's id, for VL_Other
 
 
 def plain_handler(menuRef, itemRef):
@@ -34,15 +34,6 @@ class Vorlith:
 
     def XPluginStop(self):
         print("destroy -> %r" % XPLMDestroyMenu(self, self.menu))
-
-    def XPluginEnable(self):
-        return 1
-
-    def XPluginDisable(self):
-        pass
-
-    def XPluginReceiveMessage(self, sender, message, param):
-        pass
 
     def Handler(self, menuRef, itemRef):
         index = itemRef - 1
