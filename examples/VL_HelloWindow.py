@@ -6,10 +6,7 @@ from XPLMDefs import XPLM_VK_ESCAPE, XPLM_VK_F8
 from XPLMDisplay import (XPLMCreateWindowEx, XPLMDestroyWindow, XPLMGetWindowIsVisible,
                          XPLMRegisterHotKey, XPLMSetWindowIsVisible, XPLMTakeKeyboardFocus,
                          XPLMUnregisterHotKey, xplm_CursorArrow, xplm_MouseDown)
-try:
-    from XPLMGraphics import XPLMDrawString, XPLMDrawTranslucentDarkBox, xplmFont_Basic
-except ImportError:  # a plug-in built without the graphics module: the window stays blank
-    XPLMDrawString = None
+from XPLMGraphics import XPLMDrawString, XPLMDrawTranslucentDarkBox, xplmFont_Basic
 
 
 class Vorlith:
@@ -38,10 +35,9 @@ class Vorlith:
         pass
 
     def DrawWindow(self, window, refcon):
-        if XPLMDrawString:
-            XPLMDrawTranslucentDarkBox(50, 600, 350, 500)
-            text = "Clicks: %d  Last key: %s" % (self.clicks, self.lastKey)
-            XPLMDrawString((1.0, 1.0, 1.0), 60, 550, text, 0, xplmFont_Basic)
+        XPLMDrawTranslucentDarkBox(50, 600, 350, 500)
+        text = "Clicks: %d  Last key: %s" % (self.clicks, self.lastKey)
+        XPLMDrawString((1.0, 1.0, 1.0), 60, 550, text, 0, xplmFont_Basic)
 
     def HandleMouse(self, window, x, y, status, refcon):
         if status == xplm_MouseDown:

@@ -11,16 +11,20 @@ void VL_RegisterModules() {
     static void (*const inits[])() = {
         // TembrookUtilities
         initXPLMDefs,
-        // XPLMCamera
+        initXPLMCamera,
         initXPLMDataAccess,
         initXPLMDisplay,
-        // XPLMGraphics
+        initXPLMGraphics,
         initXPLMMenus,
-        // XPLMNavigation
+        initXPLMNavigation,
         initXPLMProcessing,
-        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery, XPWidgetDefs, XPWidgets,
-        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging,
-        // TembrookVCUtilities
+        // XPLMUtilities
+        initXPLMPlanes,
+        // XPLMPlugin
+        initXPLMScenery,
+        // XPWidgetDefs, XPWidgets,
+        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging
+        initTembrookVCUtilities,
     };
     // A new interpreter: records of the previous one are never called again.
     VL_StartCallbackGeneration();

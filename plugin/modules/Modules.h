@@ -13,5 +13,16 @@ void initXPLMDataAccess();
 void initXPLMDisplay();
 void initXPLMMenus();
 void initXPLMProcessing();
+void initXPLMGraphics();
+void initXPLMCamera();
+void initXPLMNavigation();
+void initXPLMScenery();
+void initXPLMPlanes();
+void initTembrookVCUtilities();
+
+// The virtual camera's shared datarefs: published at every interpreter start, before the
+// modules are registered, and withdrawn at every stop.
+void VL_ShareVirtualCameraData();
+void VL_UnshareVirtualCameraData();
 
 }  // namespace vorlith
