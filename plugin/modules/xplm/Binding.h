@@ -54,6 +54,11 @@ inline bool VL_ParseObject(VL_Args args, PyObject** object) {
     return true;
 }
 
+// The same for a binding called with an argument tuple.
+inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
+    return VL_ParseObject(VL_Args{&PyTuple_GET_ITEM(args, 0), PyTuple_GET_SIZE(args)}, object);
+}
+
 // "Oi", "Of" and "Od": an object and a number; exact ints and floats skip the parser.
 inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, int* value) {
     if (args.count == 2 && VL_IntCheckExact(args.items[1])) {
