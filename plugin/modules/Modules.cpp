@@ -15,9 +15,13 @@ void VL_RegisterModules() {
         initXPLMDataAccess,
         // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
         initXPLMProcessing,
-        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery, XPWidgetDefs, XPWidgets,
-        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging,
-        // TembrookVCUtilities
+        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery
+        initXPWidgetDefs,
+        initXPWidgets,
+        initXPStandardWidgets,
+        initXPUIGraphics,
+        initXPWidgetUtils,
+        // PythonScriptMessaging, TembrookVCUtilities
     };
     // A new interpreter: records of the previous one are never called again.
     VL_StartCallbackGeneration();

@@ -11,5 +11,10 @@ void VL_RegisterModules();
 void initXPLMDefs();
 void initXPLMDataAccess();
 void initXPLMProcessing();
+void initXPWidgetDefs();
+void initXPWidgets();
+void initXPStandardWidgets();
+void initXPUIGraphics();
+void initXPWidgetUtils();
 
 }  // namespace vorlith
