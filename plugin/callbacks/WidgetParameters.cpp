@@ -4,10 +4,10 @@
 #include "callbacks/WidgetParameters.h"
 
 #include <cstddef>
-#include <cstring>
 #include <vector>
 
 #include "XPLMProcessing.h"
+#include "platform/Memory.h"
 
 namespace vorlith {
 
@@ -92,8 +92,8 @@ VL_WidgetDelivery::VL_WidgetDelivery(XPWidgetMessage message, intptr_t param1, i
             const Noted* earlier = Find(kind, param);
             if (!earlier) continue;
             noted.copy = earlier->copy;
-        } else {
-            std::memcpy(&noted.copy, reinterpret_cast<const void*>(param), SizeOf(kind));
+        } else if (!VL_ReadMemory(&noted.copy, reinterpret_cast<const void*>(param), SizeOf(kind))) {
+            continue;  // not a structure after all: a sender broke the message's contract
         }
         gActive.push_back(noted);
     }
