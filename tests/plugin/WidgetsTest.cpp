@@ -2,8 +2,10 @@
 // and dragged, with the messages its callbacks see, the decoders, the out-list rules, the
 // creation table, the records kept and purged, and the reports and trace lines in the log.
 
+#include "CallbackInProcess.h"
 #include "Harness.h"
 #include "XPLMDataAccess.h"
+#include "XPWidgets.h"
 #include "XPLMDefs.h"
 #include "driver.h"
 
@@ -142,6 +144,51 @@ TEST_F(WidgetsTest, TheWidgetExamplesSetTheirDatarefsAndDrawAGaugeThatDrags) {
     EXPECT_EQ(tracks, 1);
     StopSim();
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+class WidgetReloadTest : public InProcessTest {
+protected:
+    // Runs `code` in __main__, where `script` is the script's instance.
+    void Run(const char* code) {
+        PyObject* main = PyImport_AddModule("__main__");
+        ASSERT_NE(main, nullptr);
+        ASSERT_EQ(PyDict_SetItemString(PyModule_GetDict(main), "script", script), 0);
+        ASSERT_EQ(PyRun_SimpleString(code), 0) << code;
+    }
+    std::string Main(const char* name) {
+        PyObject* value = PyDict_GetItemString(PyModule_GetDict(PyImport_AddModule("__main__")), name);
+        PyObject* text = value ? PyObject_Repr(value) : nullptr;
+        VL_Text bytes;
+        std::string result = text && bytes.set(text) ? bytes.c_str() : "";
+        Py_XDECREF(text);
+        return result;
+    }
+};
+
+TEST_F(WidgetReloadTest, WidgetsLeftOverAReloadAreNeverCalledAndTheNextInterpreterCanDestroyThem) {
+    Run("import XPWidgets\n"
+        "calls = []\n"
+        "def seen(message, widget, param1, param2):\n"
+        "    calls.append(message)\n"
+        "    return 0\n"
+        "widget = XPWidgets.XPCreateCustomWidget(script, 10, 100, 100, 10, 1, 'Left', 1, 0, seen)\n");
+    EXPECT_EQ(Main("calls"), "[1]");
+    auto widget = static_cast<XPWidgetID>(PyLong_AsVoidPtr(
+        PyDict_GetItemString(PyModule_GetDict(PyImport_AddModule("__main__")), "widget")));
+    ASSERT_NE(widget, nullptr);
+    Restart();  // the widget and its record stay; the callable died with the interpreter
+    guard.reset();
+    xpsim::driver::runFrames(2);  // painted, so called, every frame
+    guard = std::make_unique<PythonGuard>();
+    EXPECT_EQ(XPSendMessageToWidget(widget, xpMsg_UserStart, xpMode_Direct, 0, 0), 1);
+    EXPECT_EQ(XPIsWidgetVisible(widget), 1);
+    Run(("import XPWidgets\n"
+         "XPWidgets.XPDestroyWidget(script, " + std::to_string(reinterpret_cast<std::uintptr_t>(widget)) +
+         ", 1)\n").c_str());
+    EXPECT_EQ(XPIsWidgetVisible(widget), 0);  // gone
+    EXPECT_NE(Log().find("Script 'VL_Dispatch.py' was unregistering a callback that does not exist."),
+              std::string::npos)
+        << Log();
 }
 
 }  // namespace
