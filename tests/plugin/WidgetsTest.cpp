@@ -65,7 +65,25 @@ TEST_F(WidgetsTest, AFormSeesItsClicksKeysAndDragsAndItsRecordsFollowItsWidgets)
     Click(491, 591);  // the right close box
     StopSim();
 
+    std::vector<std::string> modules = {"XPWidgets 27 0", "XPWidgetDefs 3 38", "XPStandardWidgets 0 76",
+                                        "XPUIGraphics 7 44", "XPWidgetUtils 6 2"};
+    if (kPythonMajor == 3) {  // where a module keeps its tables' order
+        const char* orders[] = {"['XPCreateWidget'] []", "['VL_GetMouseState', 'xpProperty_Refcon'] ['xpMsg_CursorAdjust']",
+                                "['xpWidgetClass_MainWindow'] ['xpProperty_ProgressMax']",
+                                "['XPDrawWindow', 'xpWindow_Help'] ['xpTrack_Progress']",
+                                "['XPUCreateWidgets', 'NO_PARENT'] ['PARAM_PARENT']"};
+        for (int i = 4; i >= 0; --i) modules.insert(modules.begin() + i + 1, std::string("order ") + orders[i]);
+    }
+    modules.push_back(
+        "Add widget callback.|Bring root widget to front.|Count child widgets.|Create a custom widget.|"
+        "Create a widget.|Destroy a widget.|Find the root widget.|Get Nth child.|Get parent.|"
+        "Get widget class function.|Get widget descriptor.|Get widget exposed geometry.|"
+        "Get widget for location.|Get the widget geometry.|Get the widget property.|Get widget with focus.|"
+        "Hide widget.|Is the widget in front.|Is the widget visible.|Lose keyboard focuse.|"
+        "Place within another widget.|Send message to widget.|Set keyboard focus.|Set widget descriptor.|"
+        "Set the widget geometry.|Set the widget property.|Show widget.");
     ExpectBlocks(Output(), {
+        modules,
         {"first 1 1", "second create 1", "custom create 1"},
         {"descriptor 5 ['Sound']", "descriptor 5 ['x', 'So']", "descriptor None 5",
          "descriptor max -5 5 ['']", "descriptor max 2147483647 5 ['Sound']",

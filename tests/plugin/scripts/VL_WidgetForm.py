@@ -2,6 +2,12 @@
 # callbacks see, the decoded mouse, key and geometry parameters, and what the widget
 # functions answer for out-lists, 64-bit ids, tables and foreign parameters.
 from __future__ import print_function
+import sys
+import XPStandardWidgets
+import XPUIGraphics
+import XPWidgetDefs
+import XPWidgetUtils
+import XPWidgets
 from XPLMProcessing import *
 from XPStandardWidgets import *
 from XPWidgetDefs import *
@@ -19,6 +25,7 @@ def attempt(label, call):
 class Vorlith:
     def XPluginStart(self):
         self.names = {}
+        self.modules()
         self.handler, self.first, self.second = self.Window, self.First, self.Second
         self.custom_cb, self.loop = self.Custom, self.Later
         self.window = self.make(100, 600, 500, 200, "Settings", 1, 0, xpWidgetClass_MainWindow)
@@ -47,6 +54,16 @@ class Vorlith:
         self.checks()
         XPLMRegisterFlightLoopCallback(self, self.loop, -1.0, 0)
         return "VL_WidgetForm", "vorlith.test.widgetform", "widget form"
+
+    def modules(self):
+        for module in (XPWidgets, XPWidgetDefs, XPStandardWidgets, XPUIGraphics, XPWidgetUtils):
+            names = [n for n in vars(module) if not n.startswith("__")]
+            functions = [n for n in names if callable(getattr(module, n))]
+            constants = [n for n in names if n not in functions]
+            print("%s %d %d" % (module.__name__, len(functions), len(constants)))
+            if sys.version_info[0] >= 3:  # modules keep the order their tables give
+                print("order %s %s" % (functions[:1] + constants[:1], constants[-1:]))
+        print("|".join(getattr(XPWidgets, n).__doc__ for n in sorted(dir(XPWidgets)) if n.startswith("XP")))
 
     def make(self, l, t, r, b, text, root, container, cls, name=None):
         widget = XPCreateWidget(l, t, r, b, 1, text, root, container, cls)
