@@ -293,7 +293,7 @@ PyObject* PY_XPGetWidgetDescriptor(PyObject*, PyObject* args) {
             Py_XDECREF(text);
             if (status != 0) return;
         }
-        result = PyLong_FromUnsignedLong(static_cast<unsigned>(length));
+        result = VL_IntFromLong(static_cast<long>(static_cast<unsigned>(length)));
     });
     if (!ok) return Py_BuildValue("(is)", 0, "");
     return result;
