@@ -2,7 +2,7 @@
 // the same run: (a) one flight-loop dispatch through VL_FlightLoopCallback into a bound
 // method returning a float, against calling that method from C with a prebuilt tuple;
 // (b) XPLMGetDataf(ref) called from Python, against a C function that only parses its
-// one argument, in the same Python loop.
+// one argument, in the same Python loop; (c) widget messages with and without a structure.
 
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
@@ -46,6 +46,9 @@ class Vorlith:
 
     def Loop(self, sinceLastCall, sinceLastLoop, counter, refcon):
         return 1.0
+
+    def Widget(self, message, widget, param1, param2):
+        return 0
 
     def GetDataf(self, n):
         get, ref = XPLMGetDataf, self.ref
@@ -171,6 +174,26 @@ void BM_FlightLoopFloor(benchmark::State& state) {
     Py_DECREF(args);
 }
 BENCHMARK(BM_FlightLoopFloor);
+
+// (c) A widget message through VL_WidgetCallback into a bound method: one that carries no
+// structure (paint), and a mouse drag, whose mouse state is copied for the decoders.
+void WidgetDispatch(benchmark::State& state, XPWidgetMessage message) {
+    static XPWidgetID widget = [] {
+        PythonGuard guard;
+        auto id = reinterpret_cast<XPWidgetID>(0x5151);
+        PyObject* method = PyObject_GetAttrString(session().script, "Widget");
+        VLTestTable->AddWidgetCallback(WidgetCallbackList, session().script, id, method, 1, nullptr);
+        Py_XDECREF(method);
+        return id;
+    }();
+    XPMouseState_t mouse = {10, 20, 0, 0};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(VL_WidgetCallback(message, widget, reinterpret_cast<intptr_t>(&mouse), 0));
+}
+void BM_WidgetPaintDispatch(benchmark::State& state) { WidgetDispatch(state, xpMsg_Paint); }
+void BM_WidgetMouseDragDispatch(benchmark::State& state) { WidgetDispatch(state, xpMsg_MouseDrag); }
+BENCHMARK(BM_WidgetPaintDispatch);
+BENCHMARK(BM_WidgetMouseDragDispatch);
 
 // (b) One Python call per item; each benchmark iteration runs a loop of 1000.
 void RunPythonLoop(benchmark::State& state, const char* method) {

@@ -85,7 +85,7 @@ PyObject* PY_XPAddWidgetCallback(PyObject*, PyObject* args) {
         VL_Table().FindWidgetCallback(WidgetCallbackList, widget, found, position);
         if (found)
             VL_Table().UpdateWidgetCallback(WidgetCallbackList, self, widget, callable);
-        else
+        else  // named by its file like every report of a script: XPluginStart has not named it yet
             VL_ReportForScript(kModule, "XPAddWidgetCallback",
                                "Script '%s.py' XPAddWidgetCallback Error.", self);
         XPAddWidgetCallback(widget, VL_WidgetCallback);
