@@ -10,6 +10,7 @@
 #include "core/SdkCapabilities.h"
 #include "core/Text.h"
 #include "platform/Paths.h"
+#include "ui/ControlPanel.h"
 
 using namespace vorlith;
 
@@ -36,6 +37,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
 
     VLTestTable = new VL_ScriptTable;
     VLTestTable->SetPythonRunState(0);
+    SetupWidgets();
     StartPython(0);
 
     // The SDK gives each of the three buffers 256 bytes.
@@ -50,6 +52,7 @@ PLUGIN_API void XPluginStop() {
     // A start that found no scripts folder left the interpreter running; the binary is
     // about to be unloaded, and the next load must find no interpreter of ours.
     if (Py_IsInitialized()) PythonGuard::finalize();
+    DestroyWidgets();
     delete VLTestTable;
     VLTestTable = nullptr;
     if (XPLMSetErrorCallback_ptr) XPLMSetErrorCallback_ptr(nullptr);
