@@ -18,7 +18,7 @@ struct Point {
     int x, y;
 };
 constexpr Point kStart{615, 184}, kStop{715, 184}, kOutputCheckBox{781, 184};
-constexpr Point kReloadScripts{615, 164}, kClearLB{715, 164};
+constexpr Point kReloadScripts{615, 164}, kClearLB{715, 164}, kReloadPlugins{815, 164};
 constexpr Point kPicker{675, 144}, kScriptInfo{825, 144}, kPanelClose{509, 641};
 // The enable / disable window at (200, 550), 294 x 305; the information window at (290, 680).
 constexpr Point kAdminPrevious{306, 277}, kAdminNext{387, 277}, kAdminClose{209, 541};
@@ -215,6 +215,8 @@ TEST_F(ControlPanelTest, EveryWindowButtonAndListWorksFromTheMenuThroughFiftyRel
     Message(0x7003);
     EXPECT_TRUE(PrintList().empty());
     EXPECT_TRUE(DisplayList().empty());
+    Message(0x7005);
+    EXPECT_EQ(PrintList(), Lines{"from a thread"});
 }
 
 TEST_F(ControlPanelTest, MissingScriptsFolderIsShownInThePicker) {
@@ -224,6 +226,15 @@ TEST_F(ControlPanelTest, MissingScriptsFolderIsShownInThePicker) {
     EXPECT_EQ(Drawn(575, 155, 775, 133), Lines{"PythonScripts Director"});  // what fits on the button
     Click(kScriptInfo);
     EXPECT_EQ(PrintList(), Cut({"PythonScripts Directory Error", "Check that the PythonScripts Directory exists"}));
+
+    // Reload Plugins: the plug-in comes back with one menu and a new panel.
+    Click(kReloadPlugins);
+    RunSeconds(0.1);
+    EXPECT_EQ(Widget("MainWindow \"Vorlith"), "");
+    Menu("Control Panel");
+    EXPECT_NE(Widget("MainWindow \"Vorlith").find(" shown root"), std::string::npos);
+    EXPECT_EQ(CountOf(SimLog(), "reloading plug-ins"), 1);
+    EXPECT_EQ(SimLog().find("error"), std::string::npos) << SimLog();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 # The control panel test's writer: lines for the display and print lists, on messages.
 import sys
+import threading
 
 import TembrookUtilities
 
@@ -36,6 +37,10 @@ class Vorlith:
             TembrookUtilities.TembrookPrint("last line")
         elif message == 0x7004:
             print("standard output")
+        elif message == 0x7005:  # a thread's line waits for the simulator's thread
+            thread = threading.Thread(target=sys.stdout.write, args=("from a thread",))
+            thread.start()
+            thread.join()
         elif message == 0x7003:
             TembrookUtilities.TembrookClearPrint()
             TembrookUtilities.TembrookClearDisplay()
