@@ -219,6 +219,19 @@ TEST_F(ControlPanelTest, EveryWindowButtonAndListWorksFromTheMenuThroughFiftyRel
     EXPECT_EQ(PrintList(), Lines{"from a thread"});
 }
 
+TEST_F(ControlPanelTest, PseudoDisplayExampleShowsOneAltitudeLine) {
+    AddExample("VL_PseudoDisplay.py");
+    StartSim();
+    Menu("Control Panel");
+    RunSeconds(2.1);
+    Lines display = DisplayList();
+    ASSERT_EQ(display.size(), 1u) << Log();
+    EXPECT_EQ(display[0].rfind("Altitude ", 0), 0u) << display[0];
+    EXPECT_EQ(PrintList(), Lines{"Pseudo display example started"});
+    StopSim();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
 TEST_F(ControlPanelTest, MissingScriptsFolderIsShownInThePicker) {
     RemoveScriptsFolder();
     StartSim();
