@@ -9,7 +9,7 @@ namespace vorlith {
 
 void VL_RegisterModules() {
     static void (*const inits[])() = {
-        // TembrookUtilities
+        initTembrookUtilities,
         initXPLMDefs,
         initXPLMCamera,
         initXPLMDataAccess,

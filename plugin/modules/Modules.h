@@ -8,6 +8,7 @@ namespace vorlith {
 // once per interpreter start, before any script is loaded.
 void VL_RegisterModules();
 
+void initTembrookUtilities();
 void initXPLMDefs();
 void initXPLMDataAccess();
 void initXPLMDisplay();
