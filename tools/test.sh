@@ -15,6 +15,7 @@ ctest --test-dir build --output-on-failure -j"$jobs"
 echo "==== Python 2.7: the plug-in and its end-to-end tests ===="
 # Only the plug-in differs: the host and the other tests were checked above.
 configure_log=$(mktemp)
+trap 'rm -f "$configure_log"' EXIT
 if cmake -S . -B build-py2 -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORLITH_PYTHON=2 -DVORLITH_BENCH=OFF \
      >"$configure_log" 2>&1; then
   cmake --build build-py2 -j"$jobs" --target plugin_tests
@@ -31,3 +32,10 @@ else
   cat "$configure_log"
   exit 1
 fi
+
+# The tests' size beside the code's (C, C++ and Python lines; data files aside).
+count_lines() { find "$@" -type f \( -name '*.c' -o -name '*.cpp' -o -name '*.h' -o -name '*.py' \) -print0 |
+                xargs -0 cat | wc -l; }
+test_lines=$(count_lines tests)
+code_lines=$(count_lines plugin sim sdk)
+echo "test lines: $test_lines, code lines: $code_lines ($((100 * test_lines / code_lines))% of the code)"
