@@ -16,6 +16,7 @@ mkdir -p "$scripts"
 cp examples/VL_*.py "$scripts/"
 
 status=0
+# The README shows a copy of build/demo.png (docs/images/demo.png).
 build/sim/xpsim --root "$root" --seconds 5 --screenshot build/demo.png || status=$?
 for file in "$scripts/VorlithLog.txt" "$scripts/VorlithOutput.txt"; do
   echo "---- $file ----"
