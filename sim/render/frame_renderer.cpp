@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Renderer.h"
+#include "XPLMCamera.h"
 #include "XPLMDisplay.h"
 #include "XPLMGraphics.h"
 #include "gl_context.h"
@@ -76,20 +77,29 @@ public:
     }
 
     void beginPhase(int phase) override {
-        // The SDK promises set-up matrices on entry: local OpenGL coordinates in the 3-D
-        // phases, cockpit pixels in the 2-D ones. Our 3-D camera sits at the local
-        // origin looking down -z (the world model has no camera pose to render from).
+        // The SDK promises set-up matrices on entry: local OpenGL coordinates seen from
+        // the camera in the 3-D phases (x east, y up, z south), cockpit pixels in the
+        // 2-D ones. The field of view is ours: 60 degrees high, narrowed by the zoom.
         glMatrixMode(GL_PROJECTION);
         glLoadIdentity();
-        if (is3dPhase(phase)) {
-            double nearPlane = 1.0, top = nearPlane * std::tan(30.0 * M_PI / 180.0);
-            double right = top * width_ / height_;
-            glFrustum(-right, right, -top, top, nearPlane, 100000.0);
-        } else {
+        if (!is3dPhase(phase)) {
             glOrtho(0, width_, 0, height_, -1, 1);
+            glMatrixMode(GL_MODELVIEW);
+            glLoadIdentity();
+            return;
         }
+        XPLMCameraPosition_t camera;
+        XPLMReadCameraPosition(&camera);
+        double zoom = camera.zoom > 0 ? camera.zoom : 1.0;
+        double nearPlane = 1.0, top = nearPlane * std::tan(30.0 * M_PI / 180.0) / zoom;
+        double right = top * width_ / height_;
+        glFrustum(-right, right, -top, top, nearPlane, 100000.0);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
+        glRotatef(-camera.roll, 0, 0, 1);
+        glRotatef(-camera.pitch, 1, 0, 0);
+        glRotatef(camera.heading, 0, 1, 0);
+        glTranslatef(-camera.x, -camera.y, -camera.z);
     }
 
     void draw(const DrawItem& item) override {
