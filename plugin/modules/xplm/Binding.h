@@ -48,15 +48,23 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
 // "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
 // freed on the way out either way.
+// The guard with the report a few functions give instead of "Parameter Error"
+// ("Function Error", or another module's and function's name).
 template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
+                             Call&& call) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, "Parameter Error");
+        PrintException(module, function, message);
         return false;
     }
+}
+
+template <typename Call>
+bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
 }
 
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
@@ -65,6 +73,15 @@ PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
     PyObject* result = nullptr;
     if (!VL_GuardedCall(module, function, [&] { result = call(); })) return VL_IntFromLong(0);
     return result;
+}
+
+// A late SDK function (null when the simulator lacks it): false after reporting `message`
+// (VL_NotSupported200 or VL_NotSupported210) for the binding.
+template <typename Function>
+bool VL_Supported(const char* module, const char* function, Function* pointer, const char* message) {
+    if (pointer) return true;
+    PrintException(module, function, message);
+    return false;
 }
 
 // The script table a binding works with; its absence is a failure of the call.
@@ -129,6 +146,15 @@ inline bool VL_StoreOut(PyObject* list, PyObject* value) {
     }
     if (PyList_Size(list) > 0) return PyList_SetItem(list, 0, value) == 0;
     int status = PyList_Append(list, value);
+    Py_DECREF(value);
+    return status == 0;
+}
+
+// Appends a new value (the reference is taken over) to the list, after what it holds;
+// None drops the value. For the functions that append instead of storing in element 0.
+inline bool VL_AppendOut(PyObject* list, PyObject* value) {
+    if (!value) return false;
+    int status = PyList_Check(list) ? PyList_Append(list, value) : 0;
     Py_DECREF(value);
     return status == 0;
 }
