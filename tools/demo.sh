@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The demo: builds xpsim and the plug-in, installs the example scripts into the build's
-# simulator root, runs xpsim for a few simulated seconds and shows what the plug-in wrote.
+# simulator root, runs xpsim for a few simulated seconds and shows what the plug-in wrote
+# and a picture of the last frame.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/deps.sh
@@ -15,9 +16,11 @@ mkdir -p "$scripts"
 cp examples/VL_*.py "$scripts/"
 
 status=0
-build/sim/xpsim --root "$root" --seconds 5 || status=$?
+# The README shows a copy of build/demo.png (docs/images/demo.png).
+build/sim/xpsim --root "$root" --seconds 5 --screenshot build/demo.png || status=$?
 for file in "$scripts/VorlithLog.txt" "$scripts/VorlithOutput.txt"; do
   echo "---- $file ----"
   cat "$file" 2>/dev/null || echo "(not written)"
 done
+[ -f build/demo.png ] && echo "---- picture of the last frame: build/demo.png ----"
 exit "$status"

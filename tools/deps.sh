@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the demo and the tests need (Debian 12).
 set -euo pipefail
-packages=(build-essential cmake ccache python3-dev libiniparser-dev libgl-dev
-          libgtest-dev libgmock-dev libbenchmark-dev)
+packages=(build-essential cmake ccache python3-dev libiniparser-dev
+          libgtest-dev libgmock-dev libbenchmark-dev
+          libegl-dev libgl-dev libgl1-mesa-dri libfreetype-dev fonts-dejavu-core libpng-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -44,6 +44,8 @@ static void drawWindow(XPLMWindowID window, void* refcon) {
     float white[] = {1.0f, 1.0f, 1.0f};
     char text[64];
     XPLMGetWindowGeometry(window, &left, &top, &right, &bottom);
+    /* Windows have no frame of their own: the plug-in draws its background. */
+    XPLMDrawTranslucentDarkBox(left, top, right, bottom);
     snprintf(text, sizeof text, "Hello from C: %d clicks", gClicks);
     XPLMDrawString(white, left + 10, top - 20, text, NULL, xplmFont_Basic);
 }

@@ -14,6 +14,7 @@
 
 #include "driver.h"
 #include "scenario.h"
+#include "screenshots.h"
 
 namespace {
 
@@ -21,7 +22,8 @@ using namespace xpsim;
 
 const char kUsage[] =
     "usage: xpsim --root DIR [--plugin PATH]... [--seconds S | --frames N] [--fps F]\n"
-    "             [--sdk 1.02|2.00|2.10] [--scenario FILE] [--verbose]\n"
+    "             [--sdk 1.02|2.00|2.10] [--scenario FILE] [--screenshot FILE.png]\n"
+    "             [--render-every-frame] [--verbose]\n"
     "\n"
     "  --root DIR       simulator root, laid out when missing (Resources/plugins, Output, Log.txt)\n"
     "  --plugin PATH    plug-in binary to load (repeatable); without it, every plug-in in\n"
@@ -32,12 +34,16 @@ const char kUsage[] =
     "  --fps F          frames per simulated second (default 60)\n"
     "  --sdk G          SDK generation of the simulator (default 2.10)\n"
     "  --scenario FILE  commands to play, one a line, '#' starts a comment\n"
+    "  --screenshot FILE.png  picture of the last frame (only frames a screenshot shows are drawn)\n"
+    "  --render-every-frame   draw every frame into the off-screen OpenGL context\n"
     "  --verbose        echo Log.txt on stderr\n";
 
 struct CommandLine {
     Options options;
     std::vector<std::string> plugins;
     std::string scenario;
+    std::string screenshot;
+    bool everyFrame = false;
     int frames = -1;
     double seconds = -1;
 };
@@ -65,7 +71,11 @@ bool parseCommandLine(int argc, char** argv, CommandLine* cl, std::string* error
             cl->options.verbose = true;
             continue;
         }
-        static const std::string kValued[] = {"--root", "--plugin", "--scenario", "--sdk", "--fps", "--seconds", "--frames"};
+        if (arg == "--render-every-frame") {
+            cl->everyFrame = true;
+            continue;
+        }
+        static const std::string kValued[] = {"--root", "--plugin", "--scenario", "--sdk", "--fps", "--seconds", "--frames", "--screenshot"};
         if (std::find(std::begin(kValued), std::end(kValued), arg) == std::end(kValued)) {
             *error = "unknown option '" + arg + "'";
             return false;
@@ -82,6 +92,8 @@ bool parseCommandLine(int argc, char** argv, CommandLine* cl, std::string* error
             cl->plugins.push_back(value);
         } else if (arg == "--scenario") {
             cl->scenario = value;
+        } else if (arg == "--screenshot") {
+            cl->screenshot = value;
         } else if (arg == "--sdk") {
             if (value != "1.02" && value != "2.00" && value != "2.10") {
                 *error = "unknown SDK generation '" + value + "' (1.02, 2.00 or 2.10)";
@@ -140,6 +152,10 @@ int run(const CommandLine& cl) {
         std::cerr << "xpsim: " << error << "\n";
         return 1;
     }
+    // Pictures start before the plug-ins do, so that what they set up in OpenGL stays.
+    if (cl.everyFrame) runner::drawEveryFrame();
+    bool shootPreRun = !cl.screenshot.empty() || (!cl.scenario.empty() && runner::scenarioFileShootsBeforeRunning(cl.scenario));
+    runner::captureFrames(shootPreRun);
     std::vector<std::string> plugins = cl.plugins.empty() ? driver::findPlugins() : cl.plugins;
     if (plugins.empty()) std::cerr << "xpsim: no plug-ins in " << cl.options.root << "/Resources/plugins\n";
     for (const std::string& path : plugins) {
@@ -154,9 +170,12 @@ int run(const CommandLine& cl) {
     } else if (cl.scenario.empty()) {
         driver::runSeconds(1.0);
     }
+    runner::captureFrames(false);
     if (!cl.scenario.empty()) {
-        runner::ScenarioContext context{cl.options.root, &std::cout};
+        runner::ScenarioContext context{cl.options.root, &std::cout, cl.screenshot};
         if (!runner::playScenarioFile(cl.scenario, context, &error)) return fail(error);
+    } else if (!cl.screenshot.empty() && !runner::takeScreenshot(cl.screenshot, &error)) {
+        return fail("--screenshot: " + error);
     }
     driver::shutdown();
     return 0;

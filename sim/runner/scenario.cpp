@@ -3,6 +3,8 @@
 
 #include "scenario.h"
 
+#include "screenshots.h"
+
 #include <fstream>
 #include <sstream>
 
@@ -114,12 +116,23 @@ bool parseScenario(const std::string& text, const std::string& source, std::vect
 bool playScenario(const std::string& text, const std::string& source, ScenarioContext& context, std::string* error) {
     std::vector<ScenarioStep> steps;
     if (!parseScenario(text, source, &steps, error)) return false;
-    for (const ScenarioStep& step : steps) {
+    bool finalShot = !context.screenshot.empty();
+    for (size_t i = 0; i < steps.size(); ++i) {
+        const ScenarioStep& step = steps[i];
+        // Only the frames a screenshot will show are drawn.
+        captureFrames(screenshotAhead(steps, i, finalShot));
         std::string why;
         if (!step.command->run(context, step.args, &why)) {
+            captureFrames(false);
             if (error) *error = source + ":" + std::to_string(step.line) + ": " + step.command->name + ": " + why;
             return false;
         }
+    }
+    captureFrames(false);
+    std::string why;
+    if (finalShot && !takeScreenshot(context.screenshot, &why)) {
+        if (error) *error = "--screenshot: " + why;
+        return false;
     }
     return true;
 }

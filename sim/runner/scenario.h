@@ -13,6 +13,7 @@ namespace xpsim::runner {
 struct ScenarioContext {
     std::string root;  // the simulator root (Options::root)
     std::ostream* out; // where commands print what they show (xpsim: stdout)
+    std::string screenshot = "";  // PNG of the last frame, taken after the last step (--screenshot)
 };
 
 using ScenarioArgs = std::vector<std::string>;

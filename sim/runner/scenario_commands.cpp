@@ -18,6 +18,7 @@
 #include "XPLMPlugin.h"
 #include "driver.h"
 #include "scenario.h"
+#include "screenshots.h"
 #include "widget_commands.h"
 
 namespace xpsim::runner {
@@ -446,6 +447,7 @@ const std::vector<ScenarioCommand>& scenarioCommands() {
         {"expect file", "<path under the root> <text>", 2, 2, cmdExpectFile},
         {"print", "<text>", 1, 1, cmdPrint},
         {"widgets", "", 0, 0, cmdWidgets},
+        {"screenshot", "<file.png>", 1, 1, cmdScreenshot},
     };
     return commands;
 }

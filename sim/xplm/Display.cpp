@@ -87,6 +87,7 @@ std::vector<void*>::const_iterator findKeySniffer(XPLMKeySniffer_f callback, int
 void drawFrame() {
     using namespace display;
     for (const Phase& p : kFramePhases) {
+        beginDrawPhase(p.phase);
         if (callDrawCallbacks(p.phase, true)) {
             // The simulator's own drawing of the phase; plug-in windows are part of it.
             DrawItem item;

@@ -21,6 +21,11 @@ std::vector<DrawItem> gCurrentFrame;
 std::vector<DrawItem> gLastFrame;
 bool gDropReported = false;
 
+FrameRenderer* gRenderer = nullptr;
+FrameRendering gRendering = FrameRendering::Off;
+bool gRenderingThisFrame = false;  // decided when the frame starts, kept to its end
+bool gRendererDrawing = false;     // in the draw phases of such a frame: drawing calls are drawn
+
 struct GraphicsState {
     int fog, textureUnits, lighting, alphaTesting, alphaBlending, depthTesting, depthWriting;
     bool operator==(const GraphicsState& o) const {
@@ -39,6 +44,25 @@ std::optional<int> gBoundTexture[kTextureUnits];
 constexpr int kSimTextures[] = {1, 2, 3};  // indexed by XPLMTextureID
 constexpr int kFirstPluginTexture = 1000;
 int gNextTexture = kFirstPluginTexture;
+
+DrawItem stateItem(const GraphicsState& state) {
+    char text[128];
+    std::snprintf(text, sizeof text, "fog=%d tex=%d lighting=%d alphatest=%d blend=%d depthtest=%d depthwrite=%d",
+                  state.fog, state.textureUnits, state.lighting, state.alphaTesting, state.alphaBlending,
+                  state.depthTesting, state.depthWriting);
+    DrawItem item;
+    item.kind = "state";
+    item.text = text;
+    return item;
+}
+
+DrawItem textureItem(int texture, int unit) {
+    DrawItem item;
+    item.kind = "texture";
+    item.text = std::to_string(texture);
+    item.style = unit;
+    return item;
+}
 
 struct Font {
     int charWidth, charHeight;
@@ -103,8 +127,9 @@ void recordCall(DrawItem item) {
     recordDraw(item);
 }
 
-void recordText(const char* kind, const std::string& text, int x, int y, XPLMFontID font) {
+void recordText(const char* kind, const std::string& text, int x, int y, XPLMFontID font, const float* rgb) {
     DrawItem item;
+    for (int i = 0; i < 3; ++i) item.color[i] = rgb[i];
     item.kind = kind;
     item.text = text;
     item.x = x;
@@ -147,9 +172,33 @@ void recordDraw(const DrawItem& item) {
         return;
     }
     gCurrentFrame.push_back(item);
+    if (gRendererDrawing) gRenderer->draw(item);
+}
+
+void beginDrawFrame(bool lastOfRun) {
+    gRenderingThisFrame = gRenderer && (gRendering == FrameRendering::EveryFrame ||
+                                        (gRendering == FrameRendering::LastFrameOfEachRun && lastOfRun));
+}
+
+void beginDrawPhase(int phase) {
+    if (!gRenderingThisFrame) return;
+    // Drawing calls a plug-in makes outside the draw phases (a flight loop) stay out of
+    // the picture, as they would in X-Plane.
+    if (!gRendererDrawing) {
+        gRenderer->beginFrame();
+        // The cache may have changed on frames that were not drawn: the context
+        // catches up, without the draw list hearing of it.
+        if (gState) gRenderer->draw(stateItem(*gState));
+        for (int unit = 0; unit < kTextureUnits; ++unit)
+            if (gBoundTexture[unit]) gRenderer->draw(textureItem(*gBoundTexture[unit], unit));
+    }
+    gRendererDrawing = true;
+    gRenderer->beginPhase(phase);
 }
 
 void finishDrawFrame() {
+    if (gRendererDrawing) gRenderer->endFrame(Host::get().cycleNumber + 1);
+    gRenderingThisFrame = gRendererDrawing = false;
     gLastFrame.swap(gCurrentFrame);
     gCurrentFrame.clear();
     gDropReported = false;
@@ -166,6 +215,12 @@ void resetGraphics() {
 
 namespace driver {
 std::vector<DrawItem> drawList() { return gLastFrame; }
+void setFrameRenderer(FrameRenderer* renderer) {
+    gRenderer = renderer;
+    if (!renderer) gRenderingThisFrame = gRendererDrawing = false;
+}
+void setFrameRendering(FrameRendering which) { gRendering = which; }
+FrameRendering frameRendering() { return gRendering; }
 }  // namespace driver
 
 }  // namespace xpsim
@@ -185,14 +240,7 @@ XPLM_API void XPLMSetGraphicsState(int inEnableFog, int inNumberTexUnits, int in
     // Like X-Plane's state cache: only real changes reach OpenGL, and the draw list.
     if (gState && *gState == wanted) return;
     gState = wanted;
-    char text[128];
-    std::snprintf(text, sizeof text, "fog=%d tex=%d lighting=%d alphatest=%d blend=%d depthtest=%d depthwrite=%d",
-                  wanted.fog, wanted.textureUnits, wanted.lighting, wanted.alphaTesting, wanted.alphaBlending,
-                  wanted.depthTesting, wanted.depthWriting);
-    DrawItem item;
-    item.kind = "state";
-    item.text = text;
-    recordCall(item);
+    recordCall(stateItem(wanted));
 }
 
 XPLM_API void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
@@ -203,11 +251,7 @@ XPLM_API void XPLMBindTexture2d(int inTextureNum, int inTextureUnit) {
     std::optional<int>& bound = gBoundTexture[inTextureUnit];
     if (bound && *bound == inTextureNum) return;
     bound = inTextureNum;
-    DrawItem item;
-    item.kind = "texture";
-    item.text = std::to_string(inTextureNum);
-    item.style = inTextureUnit;
-    recordCall(item);
+    recordCall(textureItem(inTextureNum, inTextureUnit));
 }
 
 XPLM_API void XPLMGenerateTextureNumbers(int* outTextureIDs, int inCount) {
@@ -266,14 +310,14 @@ XPLM_API void XPLMDrawString(float* inColorRGB, int inXOffset, int inYOffset, ch
     }
     std::string text(inChar);
     if (!inWordWrapWidth) {
-        recordText("string", text, inXOffset, inYOffset, inFontID);
+        recordText("string", text, inXOffset, inYOffset, inFontID, inColorRGB);
         return;
     }
     // The SDK does not give the line spacing of wrapped text; we use the font's cell
     // height, lines going down from the first one.
     int y = inYOffset;
     for (const std::string& line : wrapText(inFontID, text, *inWordWrapWidth)) {
-        recordText("string", line, inXOffset, y, inFontID);
+        recordText("string", line, inXOffset, y, inFontID, inColorRGB);
         y -= kFonts[inFontID].charHeight;
     }
 }
@@ -294,7 +338,7 @@ XPLM_API void XPLMDrawNumber(float* inColorRGB, int inXOffset, int inYOffset, do
     std::snprintf(magnitude, sizeof magnitude, "%0*.*f", width, decimals, std::fabs(inValue));
     bool shownAsZero = std::string(magnitude).find_first_of("123456789") == std::string::npos;
     const char* sign = (inValue < 0 && !shownAsZero) ? "-" : (inShowSign ? "+" : "");
-    recordText("number", std::string(sign) + magnitude, inXOffset, inYOffset, inFontID);
+    recordText("number", std::string(sign) + magnitude, inXOffset, inYOffset, inFontID, inColorRGB);
 }
 
 XPLM_API void XPLMGetFontDimensions(XPLMFontID inFontID, int* outCharWidth, int* outCharHeight, int* outDigitsOnly) {

@@ -28,6 +28,27 @@ struct DrawItem {
     int x = 0, y = 0, right = 0, bottom = 0;
     int style = 0;
     int plugin = 0;
+    float color[3] = {1.0f, 1.0f, 1.0f};  // text colour ("string", "number")
+};
+
+// Draws frames as they happen (sim/render): the simulator's phases and every recorded
+// drawing call reach it in order, so that the plug-ins' own OpenGL calls between
+// them land in the same picture.
+class FrameRenderer {
+public:
+    virtual ~FrameRenderer() = default;
+    virtual void beginFrame() = 0;
+    // Before the phase's before-callbacks: sets up the phase's coordinates.
+    virtual void beginPhase(int phase) = 0;
+    virtual void draw(const DrawItem& item) = 0;
+    virtual void endFrame(int cycle) = 0;
+};
+
+// Which frames reach the renderer.
+enum class FrameRendering {
+    Off,
+    LastFrameOfEachRun,  // the last frame of each runFrames/runSeconds call
+    EveryFrame,
 };
 
 // Appends an item to the current frame's draw list (Graphics.cpp); the widget
@@ -83,6 +104,10 @@ XPSIM_API bool getDataref(const std::string& name, std::string* value, std::stri
 
 // --- Drawing (Graphics.cpp): what the last completed frame drew ---
 XPSIM_API std::vector<DrawItem> drawList();
+// The renderer frames are drawn with (not owned; null: none) and which frames it draws.
+XPSIM_API void setFrameRenderer(FrameRenderer* renderer);
+XPSIM_API void setFrameRendering(FrameRendering which);
+XPSIM_API FrameRendering frameRendering();
 
 }  // namespace driver
 }  // namespace xpsim

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <sys/stat.h>
 
+#include "graphics_internal.h"
+
 namespace xpsim {
 
 namespace {
@@ -129,7 +131,10 @@ bool start(const Options& options, std::string* error) {
 }
 
 void runFrames(int frames) {
-    for (int i = 0; i < frames; ++i) Host::get().frame();
+    for (int i = 0; i < frames; ++i) {
+        beginDrawFrame(i == frames - 1);
+        Host::get().frame();
+    }
 }
 
 void runSeconds(double seconds) {
