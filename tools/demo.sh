@@ -6,7 +6,7 @@ cd "$(dirname "$0")/.."
 bash tools/deps.sh
 export CCACHE_BASEDIR="${CCACHE_BASEDIR:-$PWD}"
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
-cmake --build build -j"$(nproc)" --target xpsim vorlith
+cmake --build build -j"$(nproc)" --target xpsim vorlith example_hello
 
 root="$PWD/build/simroot"   # the build installs lin.xpl in Resources/plugins/Vorlith/64
 scripts="$root/Resources/plugins/PythonScripts"

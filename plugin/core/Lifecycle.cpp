@@ -13,6 +13,7 @@
 #include "core/PythonErrors.h"
 #include "core/PythonGuard.h"
 #include "core/ScriptFiles.h"
+#include "core/ScriptThreads.h"
 #include "core/Text.h"
 #include "modules/Modules.h"
 #include "platform/DynamicLibrary.h"
@@ -149,6 +150,12 @@ int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* p
     return CallScriptMethod(scriptId, "XPluginReceiveMessage", args, false);
 }
 
+int CallScriptReceiveMessage(PyObject* receiver, PyObject* sender, long message, PyObject* parameter) {
+    if (!IsEnabled(receiver)) return 0;
+    return CallScriptMethod(receiver, "XPluginReceiveMessage",
+                            Py_BuildValue("(OlO)", sender, message, parameter), false);
+}
+
 void StartPython(int enableScripts) {
     if (!VLTestTable || VLTestTable->GetPythonRunState() == 1) return;
     VL_OutputFileEnabled = 1;
@@ -183,6 +190,7 @@ void StartPython(int enableScripts) {
     std::string folder = VL_SimPath({"Resources", "plugins", "PythonScripts"});
     std::string pythonForm = VL_PythonFormPath(folder, VL_SimSeparator());
 
+    VL_ShareVirtualCameraData();
     initTembrookInternalModule();
     std::string capture = "import sys\n"
                           "sys.path.append(" + PythonLiteral(pythonForm) + ")\n"
@@ -199,7 +207,7 @@ void StartPython(int enableScripts) {
                           "\t\tpass\n"
                           "sys.stdout = StdoutCatcher()\n"
                           "sys.stderr = StderrCatcher()\n";
-    PyRun_SimpleString(capture.c_str());
+    VL_RunPythonText(capture.c_str());
     VL_WriteToLog("Using path below for script path\n");
     VL_WriteToLog(pythonForm.c_str());
     VL_WriteToLog("\n");
@@ -224,6 +232,7 @@ void StartPython(int enableScripts) {
 
 void StopPython(int disableScripts) {
     if (!VLTestTable || VLTestTable->GetPythonRunState() == 0) return;
+    bool threadsEnded = true;
     {
         PythonGuard guard;
         // A script's XPluginStop may change the table: its size is read on every turn.
@@ -235,16 +244,20 @@ void StopPython(int disableScripts) {
         // What scripts left registered gives its objects back while their destructors
         // can still print to the log.
         VL_RetireCallbacks();
-        PyRun_SimpleString("import sys\n"
-                           "sys.stdout = sys.__stdout__\n"
-                           "sys.stderr = sys.__stderr__\n");
+        VL_RunPythonText("import sys\n"
+                         "sys.stdout = sys.__stdout__\n"
+                         "sys.stderr = sys.__stderr__\n");
+        threadsEnded = VL_EndScriptThreads();
+        // A kept interpreter: the next start imports the scripts afresh all the same.
+        if (!threadsEnded) VL_ForgetScriptModules();
     }
     VL_WriteToLog("Before Py_Finalize()\n");
-    PythonGuard::finalize();
+    if (threadsEnded) PythonGuard::finalize();
     VL_WriteToLog("After Py_Finalize()\n");
     if (gVL_CheckCallbacks) VL_CheckAllCallbacks();
     VL_ReleaseCallbacks();
     VLTestTable->ClearScriptTable();
+    VL_UnshareVirtualCameraData();
     VL_WriteToLog("--- LOGGING STOPPED ---\n\n");
     VLTestTable->SetPythonRunState(0);
 }

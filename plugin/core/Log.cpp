@@ -21,6 +21,12 @@
 #include "core/Text.h"
 #include "platform/Paths.h"
 
+// The stream lin.xpl's own copy of iniparser prints its errors to (plugin/CMakeLists.txt
+// says why it is not libc's `stderr` symbol itself).
+extern "C" {
+__attribute__((visibility("hidden"))) FILE* vorlith_iniparser_stderr = stderr;
+}
+
 namespace vorlith {
 
 int VL_OutputFileEnabled = 0;

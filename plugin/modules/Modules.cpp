@@ -11,13 +11,20 @@ void VL_RegisterModules() {
     static void (*const inits[])() = {
         // TembrookUtilities
         initXPLMDefs,
-        // XPLMCamera
+        initXPLMCamera,
         initXPLMDataAccess,
-        // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
+        // XPLMDisplay
+        initXPLMGraphics,
+        // XPLMMenus
+        initXPLMNavigation,
         initXPLMProcessing,
-        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery, XPWidgetDefs, XPWidgets,
-        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging,
-        // TembrookVCUtilities
+        initXPLMUtilities,
+        initXPLMPlanes,
+        initXPLMPlugin,
+        initXPLMScenery,
+        // XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
+        initPythonScriptMessaging,
+        initTembrookVCUtilities,
     };
     // A new interpreter: records of the previous one are never called again.
     VL_StartCallbackGeneration();

@@ -11,5 +11,19 @@ void VL_RegisterModules();
 void initXPLMDefs();
 void initXPLMDataAccess();
 void initXPLMProcessing();
+void initXPLMGraphics();
+void initXPLMCamera();
+void initXPLMNavigation();
+void initXPLMScenery();
+void initXPLMPlanes();
+void initTembrookVCUtilities();
+void initXPLMUtilities();
+void initXPLMPlugin();
+void initPythonScriptMessaging();
+
+// The virtual camera's shared datarefs: published at every interpreter start, before the
+// modules are registered, and withdrawn at every stop.
+void VL_ShareVirtualCameraData();
+void VL_UnshareVirtualCameraData();
 
 }  // namespace vorlith

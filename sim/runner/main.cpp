@@ -44,7 +44,11 @@ struct CommandLine {
 
 void printUsage(std::ostream& out) {
     out << kUsage << "\nscenario commands:\n";
-    for (const runner::ScenarioCommand& c : runner::scenarioCommands()) out << "  " << c.name << " " << c.usage << "\n";
+    for (const runner::ScenarioCommand& c : runner::scenarioCommands()) {
+        out << "  " << c.name;
+        if (c.usage[0] != '\0') out << " " << c.usage;  // no trailing blank
+        out << "\n";
+    }
 }
 
 bool parseNumber(const std::string& text, double* out) {
@@ -79,6 +83,10 @@ bool parseCommandLine(int argc, char** argv, CommandLine* cl, std::string* error
         } else if (arg == "--scenario") {
             cl->scenario = value;
         } else if (arg == "--sdk") {
+            if (value != "1.02" && value != "2.00" && value != "2.10") {
+                *error = "unknown SDK generation '" + value + "' (1.02, 2.00 or 2.10)";
+                return false;
+            }
             cl->options.sdk = value;
         } else if (arg == "--fps") {
             if (!parseNumber(value, &number) || number <= 0) {
@@ -166,8 +174,7 @@ int main(int argc, char** argv) {
     CommandLine cl;
     std::string error;
     if (!parseCommandLine(argc, argv, &cl, &error)) {
-        std::cerr << "xpsim: " << error << "\n\n";
-        printUsage(std::cerr);
+        std::cerr << "xpsim: " << error << "\nTry 'xpsim --help'.\n";
         return 2;
     }
     return run(cl);

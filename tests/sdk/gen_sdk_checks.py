@@ -3,10 +3,10 @@
 (sdk_functions.h) from the SDK fact sheets.
 
 The fact sheets are markdown: prototypes and callback typedefs sit in ```c blocks,
-constants, typedefs and struct layouts in tables. The build does not run this script;
-run it by hand when the fact sheets change and commit its output:
+constants, typedefs and struct layouts in tables. The build runs this script into its
+own folder:
 
-    tests/sdk/gen_sdk_checks.py /path/to/sdk-fact-sheets tests/sdk
+    tests/sdk/gen_sdk_checks.py /path/to/sdk-fact-sheets OUTPUT_DIR
 """
 import re
 import sys

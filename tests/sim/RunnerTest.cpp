@@ -196,7 +196,7 @@ TEST_F(RunnerTest, ExecutableFailsWithAClearMessage) {
         {{"--root", root, "--fps", "0"}, 2, "xpsim: --fps needs a positive number"},
         {{"--root", root, "--fly"}, 2, "xpsim: unknown option '--fly'"},
         {{"--root"}, 2, "xpsim: --root needs a value"},
-        {{"--root", root, "--sdk", "3.00"}, 1, "xpsim: unknown SDK generation '3.00'"},
+        {{"--root", root, "--sdk", "3.00"}, 2, "xpsim: unknown SDK generation '3.00' (1.02, 2.00 or 2.10)"},
         {{"--root", root, "--plugin", good, "--plugin", notPlugin}, 1,
          "xpsim: cannot load plug-in " + notPlugin + ": not an X-Plane plug-in"},
         {{"--root", root, "--scenario", root + "/none.txt"}, 1, "xpsim: cannot read scenario " + root + "/none.txt"},
@@ -207,7 +207,14 @@ TEST_F(RunnerTest, ExecutableFailsWithAClearMessage) {
         Outcome o = runXpsim(c.args);
         EXPECT_EQ(o.status, c.status) << c.message << "\n" << o.output;
         EXPECT_EQ(o.output.substr(0, c.message.size()), c.message) << o.output;
+        // A usage error is one line and a pointer to the help, nothing more.
+        if (c.status == 2) {
+            EXPECT_EQ(o.output, c.message + "\nTry 'xpsim --help'.\n");
+        }
     }
+    Outcome help = runXpsim({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_FALSE(contains(help.output, " \n")) << "trailing blank in --help";
     // Even a failed run stops the plug-ins it started.
     EXPECT_EQ(events("Alpha").back(), "stop id=1");
 }

@@ -29,6 +29,17 @@ inline void* VL_HandleFromObject(PyObject* object) {
 inline PyObject* VL_HandleObject(const void* pointer) {
     return PyLong_FromVoidPtr(const_cast<void*>(pointer));
 }
+// The one object of a METH_VARARGS binding whose format is "O". The parser is asked
+// only when the count is wrong, so scripts get its TypeError while the frequent calls
+// skip it.
+inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
+    if (PyTuple_GET_SIZE(args) == 1) {
+        *object = PyTuple_GET_ITEM(args, 0);
+        return true;
+    }
+    return PyArg_ParseTuple(args, "O", object) != 0;
+}
+
 // Arguments of a VL_METH_FAST binding through the argument parser, as a METH_VARARGS
 // binding parses them: the same results and the same TypeError. The quick paths below
 // take the frequent cases without it and leave every other case to it.
@@ -94,15 +105,23 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
 // "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
 // freed on the way out either way.
+// The guard with the report a few functions give instead of "Parameter Error"
+// ("Function Error", or another module's and function's name).
 template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
+                             Call&& call) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, "Parameter Error");
+        PrintException(module, function, message);
         return false;
     }
+}
+
+template <typename Call>
+bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
 }
 
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
@@ -111,6 +130,15 @@ PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
     PyObject* result = nullptr;
     if (!VL_GuardedCall(module, function, [&] { result = call(); })) return VL_IntFromLong(0);
     return result;
+}
+
+// A late SDK function (null when the simulator lacks it): false after reporting `message`
+// (VL_NotSupported200 or VL_NotSupported210) for the binding.
+template <typename Function>
+bool VL_Supported(const char* module, const char* function, Function* pointer, const char* message) {
+    if (pointer) return true;
+    PrintException(module, function, message);
+    return false;
 }
 
 // The script table a binding works with; its absence is a failure of the call.
@@ -175,6 +203,15 @@ inline bool VL_StoreOut(PyObject* list, PyObject* value) {
     }
     if (PyList_Size(list) > 0) return PyList_SetItem(list, 0, value) == 0;
     int status = PyList_Append(list, value);
+    Py_DECREF(value);
+    return status == 0;
+}
+
+// Appends a new value (the reference is taken over) to the list, after what it holds;
+// None drops the value. For the functions that append instead of storing in element 0.
+inline bool VL_AppendOut(PyObject* list, PyObject* value) {
+    if (!value) return false;
+    int status = PyList_Check(list) ? PyList_Append(list, value) : 0;
     Py_DECREF(value);
     return status == 0;
 }
