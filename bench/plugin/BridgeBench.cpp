@@ -399,7 +399,7 @@ void BM_DispatchScaling(benchmark::State& state) {
     std::vector<_CallbackList*> cells;
     {
         PythonGuard guard;
-        PyObject* type = PyObject_Type(session().script);
+        PyObject* type = PyObject_GetAttrString(session().script, "__class__");  // old-style on 2.7
         for (int i = 0; i < scripts; ++i) {
             PyObject* id = PyObject_CallObject(type, nullptr);
             VLTestTable->AddScriptId(id, ("VL_Scale" + std::to_string(i)).c_str(), VL_StandardScript);

@@ -29,6 +29,17 @@ inline void* VL_HandleFromObject(PyObject* object) {
 inline PyObject* VL_HandleObject(const void* pointer) {
     return PyLong_FromVoidPtr(const_cast<void*>(pointer));
 }
+// The one object of a METH_VARARGS binding whose format is "O". The parser is asked
+// only when the count is wrong, so scripts get its TypeError while the frequent calls
+// skip it.
+inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
+    if (PyTuple_GET_SIZE(args) == 1) {
+        *object = PyTuple_GET_ITEM(args, 0);
+        return true;
+    }
+    return PyArg_ParseTuple(args, "O", object) != 0;
+}
+
 // Arguments of a VL_METH_FAST binding through the argument parser, as a METH_VARARGS
 // binding parses them: the same results and the same TypeError. The quick paths below
 // take the frequent cases without it and leave every other case to it.
