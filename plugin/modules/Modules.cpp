@@ -11,17 +11,24 @@ void VL_RegisterModules() {
     static void (*const inits[])() = {
         // TembrookUtilities
         initXPLMDefs,
-        // XPLMCamera
+        initXPLMCamera,
         initXPLMDataAccess,
-        // XPLMDisplay, XPLMGraphics, XPLMMenus, XPLMNavigation
+        // XPLMDisplay
+        initXPLMGraphics,
+        // XPLMMenus
+        initXPLMNavigation,
         initXPLMProcessing,
-        // XPLMUtilities, XPLMPlanes, XPLMPlugin, XPLMScenery
+        // XPLMUtilities
+        initXPLMPlanes,
+        // XPLMPlugin
+        initXPLMScenery,
         initXPWidgetDefs,
         initXPWidgets,
         initXPStandardWidgets,
         initXPUIGraphics,
         initXPWidgetUtils,
-        // PythonScriptMessaging, TembrookVCUtilities
+        // PythonScriptMessaging
+        initTembrookVCUtilities,
     };
     // A new interpreter: records of the previous one are never called again.
     VL_StartCallbackGeneration();

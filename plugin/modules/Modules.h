@@ -11,10 +11,21 @@ void VL_RegisterModules();
 void initXPLMDefs();
 void initXPLMDataAccess();
 void initXPLMProcessing();
+void initXPLMGraphics();
+void initXPLMCamera();
+void initXPLMNavigation();
+void initXPLMScenery();
+void initXPLMPlanes();
 void initXPWidgetDefs();
 void initXPWidgets();
 void initXPStandardWidgets();
 void initXPUIGraphics();
 void initXPWidgetUtils();
+void initTembrookVCUtilities();
+
+// The virtual camera's shared datarefs: published at every interpreter start, before the
+// modules are registered, and withdrawn at every stop.
+void VL_ShareVirtualCameraData();
+void VL_UnshareVirtualCameraData();
 
 }  // namespace vorlith

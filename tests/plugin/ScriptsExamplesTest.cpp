@@ -4,6 +4,7 @@
 
 #include "Harness.h"
 #include "XPLMDataAccess.h"
+#include "driver.h"
 
 namespace vorlith::test {
 namespace {
@@ -32,6 +33,35 @@ TEST_F(PluginTest, OwnDatarefExamplePublishesACounterOthersCanReadAndWrite) {
     XPLMSetDatai(counter, 40);
     RunSeconds(1);
     EXPECT_NE(Output().find("vorlith/examples/counter reads 41\n"), std::string::npos) << Output();
+    StopSim();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, TerrainHeightExamplePrintsTheHeightAboveTheGroundEverySecond) {
+    AddExample("VL_TerrainHeight.py");
+    StartSim();
+    RunSeconds(2);
+    StopSim();
+    std::vector<std::string> lines = SplitLines(Output());
+    ASSERT_EQ(lines.size(), 2u) << Output() << Log();
+    // Parked at the airport: the ground under the aircraft is the field's elevation.
+    EXPECT_EQ(lines[0].rfind("height above ground ", 0), 0u) << lines[0];
+    EXPECT_NE(lines[0].find(" m (ground at 131.0 m)"), std::string::npos) << lines[0];
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, NearestAirportExampleLabelsTheAirportTheAircraftIsAt) {
+    AddExample("VL_NearestAirport.py");
+    StartSim();
+    RunSeconds(1);
+    if (Log().find("No module named") != std::string::npos) GTEST_SKIP() << "needs the XPLMDisplay module";
+    std::string label, box;
+    for (const xpsim::DrawItem& item : xpsim::driver::drawList()) {
+        if (item.kind == "string") label = item.text;
+        if (item.kind == "darkbox") box = std::to_string(item.right - item.x);
+    }
+    EXPECT_EQ(label.rfind("KSEA  Seattle Tacoma Intl  0.", 0), 0u) << label;
+    EXPECT_EQ(box, std::to_string(10 + 8 * static_cast<int>(label.size()))) << label;
     StopSim();
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
 }

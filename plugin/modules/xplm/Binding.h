@@ -84,6 +84,15 @@ PyObject* VL_Guarded(const char* module, const char* function, Call&& call,
     return result;
 }
 
+// A late SDK function (null when the simulator lacks it): false after reporting `message`
+// (VL_NotSupported200 or VL_NotSupported210) for the binding.
+template <typename Function>
+bool VL_Supported(const char* module, const char* function, Function* pointer, const char* message) {
+    if (pointer) return true;
+    PrintException(module, function, message);
+    return false;
+}
+
 // The script table a binding works with; its absence is a failure of the call.
 inline VL_ScriptTable& VL_Table() {
     if (!VLTestTable) throw std::logic_error("no script table");
@@ -146,6 +155,15 @@ inline bool VL_StoreOut(PyObject* list, PyObject* value) {
     }
     if (PyList_Size(list) > 0) return PyList_SetItem(list, 0, value) == 0;
     int status = PyList_Append(list, value);
+    Py_DECREF(value);
+    return status == 0;
+}
+
+// Appends a new value (the reference is taken over) to the list, after what it holds;
+// None drops the value. For the functions that append instead of storing in element 0.
+inline bool VL_AppendOut(PyObject* list, PyObject* value) {
+    if (!value) return false;
+    int status = PyList_Check(list) ? PyList_Append(list, value) : 0;
     Py_DECREF(value);
     return status == 0;
 }
