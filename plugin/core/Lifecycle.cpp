@@ -150,6 +150,12 @@ int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* p
     return CallScriptMethod(scriptId, "XPluginReceiveMessage", args, false);
 }
 
+int CallScriptReceiveMessage(PyObject* receiver, PyObject* sender, long message, PyObject* parameter) {
+    if (!IsEnabled(receiver)) return 0;
+    return CallScriptMethod(receiver, "XPluginReceiveMessage",
+                            Py_BuildValue("(OlO)", sender, message, parameter), false);
+}
+
 void StartPython(int enableScripts) {
     if (!VLTestTable || VLTestTable->GetPythonRunState() == 1) return;
     VL_OutputFileEnabled = 1;

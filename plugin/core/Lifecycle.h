@@ -22,6 +22,8 @@ int CallXPluginEnable(PyObject* scriptId);
 int CallXPluginDisable(PyObject* scriptId, int checkEnabled);
 int CallXPluginStop(PyObject* scriptId, int checkEnabled);
 int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* param);
+// A message from one script to another: the sender object and any parameter object.
+int CallScriptReceiveMessage(PyObject* receiver, PyObject* sender, long message, PyObject* parameter);
 
 // Defined with the callback lists (callbacks/): the SDK's error callback, which hands the
 // message to every script's error callback, and the check of every list at stop.

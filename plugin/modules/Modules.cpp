@@ -18,16 +18,16 @@ void VL_RegisterModules() {
         // XPLMMenus
         initXPLMNavigation,
         initXPLMProcessing,
-        // XPLMUtilities
+        initXPLMUtilities,
         initXPLMPlanes,
-        // XPLMPlugin
+        initXPLMPlugin,
         initXPLMScenery,
         initXPWidgetDefs,
         initXPWidgets,
         initXPStandardWidgets,
         initXPUIGraphics,
         initXPWidgetUtils,
-        // PythonScriptMessaging
+        initPythonScriptMessaging,
         initTembrookVCUtilities,
     };
     // A new interpreter: records of the previous one are never called again.

@@ -22,6 +22,9 @@ void initXPStandardWidgets();
 void initXPUIGraphics();
 void initXPWidgetUtils();
 void initTembrookVCUtilities();
+void initXPLMUtilities();
+void initXPLMPlugin();
+void initPythonScriptMessaging();
 
 // The virtual camera's shared datarefs: published at every interpreter start, before the
 // modules are registered, and withdrawn at every stop.

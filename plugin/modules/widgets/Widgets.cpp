@@ -339,16 +339,16 @@ PyObject* PY_XPGetWidgetProperty(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPGetWidgetWithFocus(PyObject*, PyObject*) {
-    return VL_Guarded(kModule, "XPGetWidgetWithFocus",
-                      [] { return VL_HandleObject(XPGetWidgetWithFocus()); }, VL_FunctionError);
+    return VL_GuardedReporting(kModule, "XPGetWidgetWithFocus", "Function Error",
+                      [] { return VL_HandleObject(XPGetWidgetWithFocus()); });
 }
 
 PyObject* PY_XPGetWidgetClassFunc(PyObject*, PyObject* args) {
     int widgetClass;
     if (!PyArg_ParseTuple(args, "i", &widgetClass)) return nullptr;
-    return VL_Guarded(kModule, "XPGetWidgetClassFunc", [&] {
+    return VL_GuardedReporting(kModule, "XPGetWidgetClassFunc", "Function Error", [&] {
         return VL_HandleObject(reinterpret_cast<void*>(XPGetWidgetClassFunc(widgetClass)));
-    }, VL_FunctionError);
+    });
 }
 
 PyMethodDef XPWidgetsMethods[] = {

@@ -57,31 +57,41 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 
 // --- the guard ---
 
-constexpr const char* VL_ParameterError = "Parameter Error";
-constexpr const char* VL_FunctionError = "Function Error";
-
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
-// `error` ("Parameter Error" unless the module says otherwise) and gives false. Buffers
-// are owned by `call`'s locals, so they are freed on the way out either way.
+// "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
+// freed on the way out either way.
+// The guard with the report a few functions give instead of "Parameter Error"
+// ("Function Error", or another module's and function's name).
 template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call,
-                    const char* error = VL_ParameterError) {
+bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
+                             Call&& call) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, error);
+        PrintException(module, function, message);
         return false;
     }
 }
 
+template <typename Call>
+bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
+}
+
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
 template <typename Call>
-PyObject* VL_Guarded(const char* module, const char* function, Call&& call,
-                     const char* error = VL_ParameterError) {
+PyObject* VL_GuardedReporting(const char* module, const char* function, const char* message,
+                              Call&& call) {
     PyObject* result = nullptr;
-    if (!VL_GuardedCall(module, function, [&] { result = call(); }, error)) return VL_IntFromLong(0);
+    if (!VL_GuardedCallReporting(module, function, message, [&] { result = call(); }))
+        return VL_IntFromLong(0);
     return result;
+}
+
+template <typename Call>
+PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
+    return VL_GuardedReporting(module, function, "Parameter Error", call);
 }
 
 // A late SDK function (null when the simulator lacks it): false after reporting `message`
