@@ -20,11 +20,6 @@ struct Noted {
     VL_WidgetStructCopy copy;
 };
 
-struct Sent {
-    XPWidgetMessage message;
-    intptr_t param1, param2;
-};
-
 // Deliveries under way, innermost last (each pushes at most two), and the last ones
 // that ended; a frame of more deliveries than this forgets its oldest parameters.
 std::vector<Noted> gActive;
@@ -32,13 +27,13 @@ std::vector<std::size_t> gActiveMarks;
 constexpr std::size_t kEnded = 64;
 Noted gEnded[kEnded];
 std::size_t gEndedNext = 0;
-std::vector<Sent> gSent;
 
 std::size_t SizeOf(VL_WidgetStruct kind) {
     switch (kind) {
     case VL_WidgetStruct::Mouse: return sizeof(XPMouseState_t);
     case VL_WidgetStruct::Key: return sizeof(XPKeyState_t);
     case VL_WidgetStruct::GeometryChange: return sizeof(XPWidgetGeometryChange_t);
+    case VL_WidgetStruct::CursorStatus: return sizeof(int);
     default: return 0;
     }
 }
@@ -55,12 +50,6 @@ const Noted* Find(VL_WidgetStruct kind, intptr_t param) {
     return nullptr;
 }
 
-bool SentByScript(XPWidgetMessage message, int which, intptr_t param) {
-    for (const Sent& sent : gSent)
-        if (sent.message == message && (which == 1 ? sent.param1 : sent.param2) == param) return true;
-    return false;
-}
-
 }  // namespace
 
 VL_WidgetStruct VL_WidgetStructOf(XPWidgetMessage message, int param) {
@@ -69,8 +58,9 @@ VL_WidgetStruct VL_WidgetStructOf(XPWidgetMessage message, int param) {
     case xpMsg_MouseDrag:
     case xpMsg_MouseUp:
     case xpMsg_MouseWheel:
-    case xpMsg_CursorAdjust:
         return param == 1 ? VL_WidgetStruct::Mouse : VL_WidgetStruct::None;
+    case xpMsg_CursorAdjust:
+        return param == 1 ? VL_WidgetStruct::Mouse : VL_WidgetStruct::CursorStatus;
     case xpMsg_KeyPress:
         return param == 1 ? VL_WidgetStruct::Key : VL_WidgetStruct::None;
     case xpMsg_Reshape:
@@ -87,14 +77,8 @@ VL_WidgetDelivery::VL_WidgetDelivery(XPWidgetMessage message, intptr_t param1, i
         VL_WidgetStruct kind = VL_WidgetStructOf(message, which);
         if (kind == VL_WidgetStruct::None || !param) continue;
         Noted noted{kind, param, XPLMGetCycleNumber(), {}};
-        if (SentByScript(message, which, param)) {
-            // Only a parameter the script was given itself (passed on) has a copy.
-            const Noted* earlier = Find(kind, param);
-            if (!earlier) continue;
-            noted.copy = earlier->copy;
-        } else if (!VL_ReadMemory(&noted.copy, reinterpret_cast<const void*>(param), SizeOf(kind))) {
-            continue;  // not a structure after all: a sender broke the message's contract
-        }
+        // A sender that broke the message's contract gets nothing noted.
+        if (!VL_ReadMemory(&noted.copy, reinterpret_cast<const void*>(param), SizeOf(kind))) continue;
         gActive.push_back(noted);
     }
 }
@@ -109,18 +93,17 @@ VL_WidgetDelivery::~VL_WidgetDelivery() {
     gActive.resize(mark);
 }
 
-VL_ScriptSentMessage::VL_ScriptSentMessage(XPWidgetMessage message, intptr_t param1,
-                                           intptr_t param2) {
-    gSent.push_back(Sent{message, param1, param2});
-}
-
-VL_ScriptSentMessage::~VL_ScriptSentMessage() { gSent.pop_back(); }
-
 bool VL_FindWidgetStruct(VL_WidgetStruct kind, intptr_t param, VL_WidgetStructCopy* out) {
     const Noted* noted = Find(kind, param);
     if (!noted) return false;
     *out = noted->copy;
     return true;
+}
+
+bool VL_CopyWidgetStruct(VL_WidgetStruct kind, intptr_t param, VL_WidgetStructCopy* out) {
+    if (VL_FindWidgetStruct(kind, param, out)) return true;
+    return kind != VL_WidgetStruct::None &&
+           VL_ReadMemory(out, reinterpret_cast<const void*>(param), SizeOf(kind));
 }
 
 }  // namespace vorlith

@@ -1,7 +1,8 @@
 // The widget message parameters that point at SDK structures (mouse state, key state,
-// geometry change), copied as the messages reach a script and kept for the rest of that
-// frame. Scripts get these parameters as plain integers; the decoders and the behaviour
-// functions accept only an integer found here and read the copy, never the address.
+// geometry change, cursor status), copied as the messages reach a script and kept for the
+// rest of that frame. Scripts get these parameters as plain integers; the decoders and the
+// behaviour functions accept only an integer found here and read the copy, never the
+// address, and a message a script sends carries a copy, never the integer it gave.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,7 @@
 
 namespace vorlith {
 
-enum class VL_WidgetStruct { None, Mouse, Key, GeometryChange };
+enum class VL_WidgetStruct { None, Mouse, Key, GeometryChange, CursorStatus };
 
 // Which structure a message carries in `param` (1 or 2), None when it carries none there.
 VL_WidgetStruct VL_WidgetStructOf(XPWidgetMessage message, int param);
@@ -25,24 +26,17 @@ public:
     VL_WidgetDelivery& operator=(const VL_WidgetDelivery&) = delete;
 };
 
-// A message a script sends itself (XPSendMessageToWidget) carries integers the script
-// chose: while it is sent, the delivery never reads them as structures.
-class VL_ScriptSentMessage {
-public:
-    VL_ScriptSentMessage(XPWidgetMessage message, intptr_t param1, intptr_t param2);
-    ~VL_ScriptSentMessage();
-    VL_ScriptSentMessage(const VL_ScriptSentMessage&) = delete;
-    VL_ScriptSentMessage& operator=(const VL_ScriptSentMessage&) = delete;
-};
-
 union VL_WidgetStructCopy {
     XPMouseState_t mouse;
     XPKeyState_t key;
     XPWidgetGeometryChange_t change;
+    int cursorStatus;  // XPLMCursorStatus
 };
 
 // Copies into `out` the structure behind a parameter of `kind` that was delivered to a
 // script now or earlier in this frame; false when there is none.
 bool VL_FindWidgetStruct(VL_WidgetStruct kind, intptr_t param, VL_WidgetStructCopy* out);
+// As VL_FindWidgetStruct, and else a copy of the memory at `param` when it is readable.
+bool VL_CopyWidgetStruct(VL_WidgetStruct kind, intptr_t param, VL_WidgetStructCopy* out);
 
 }  // namespace vorlith

@@ -210,6 +210,9 @@ class Vorlith:
                 self.arity[function.__name__] = 1 if number == "one" else int(number)
             return None
         self.Remember([result] if type(result) is not tuple else result)
+        if function.__name__ == "VL_DisableScript":
+            # A disabled script is called no more: the fuzz would end here.
+            sys.modules["PythonScriptMessaging"].VL_EnableScript(self)
         return result
 
     def Loop(self, sinceLast, sinceLoop, counter, refcon):

@@ -91,7 +91,7 @@ TEST_F(WidgetsTest, AFormSeesItsClicksKeysAndDragsAndItsRecordsFollowItsWidgets)
          "wide id True parent ok True", "moved [[610], [395], [], [295]]", "location True",
          "tuple entry raised TypeError", "short entry raised TypeError", "count raised ValueError",
          "container index raised ValueError", "foreign mouse raised ValueError",
-         "foreign drag raised ValueError", "garbage widget -> 0", "custom key raised ValueError", "sent -> 0"},
+         "foreign drag raised ValueError", "garbage widget -> 0", "sent raised ValueError"},
         {"Sound state 1"},
         {"B state 1"},
         // Both copies of the trampoline the field got call the one record's callable.

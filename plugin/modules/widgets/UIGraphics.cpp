@@ -15,10 +15,10 @@ constexpr const char* kModule = "XPUIGraphics";
 PyObject* PY_XPDrawWindow(PyObject*, PyObject* args) {
     int x1, y1, x2, y2, style;
     if (!PyArg_ParseTuple(args, "iiiii", &x1, &y1, &x2, &y2, &style)) return nullptr;
-    return VL_Guarded(kModule, "XPDrawWindow", [&] {
+    return VL_GuardedReporting(kModule, "XPDrawWindow", "Function Error", [&] {
         XPDrawWindow(x1, y1, x2, y2, style);
         return VL_Done();
-    }, VL_FunctionError);
+    });
 }
 
 // Sizes given through out-lists, None where the script does not want one.
@@ -37,20 +37,20 @@ PyObject* PY_XPGetWindowDefaultDimensions(PyObject*, PyObject* args) {
     PyObject *width, *height;
     if (!PyArg_ParseTuple(args, "iOO", &style, &width, &height)) return nullptr;
     if (!VL_CheckOutLists({width, height})) return nullptr;
-    return VL_Guarded(kModule, "XPGetWindowDefaultDimensions", [&] {
+    return VL_GuardedReporting(kModule, "XPGetWindowDefaultDimensions", "Function Error", [&] {
         int values[2] = {0, 0};
         XPGetWindowDefaultDimensions(style, Wanted(width, values[0]), Wanted(height, values[1]));
         return StoreSizes({width, height}, values);
-    }, VL_FunctionError);
+    });
 }
 
 PyObject* PY_XPDrawElement(PyObject*, PyObject* args) {
     int x1, y1, x2, y2, style, lit;
     if (!PyArg_ParseTuple(args, "iiiiii", &x1, &y1, &x2, &y2, &style, &lit)) return nullptr;
-    return VL_Guarded(kModule, "XPDrawElement", [&] {
+    return VL_GuardedReporting(kModule, "XPDrawElement", "Function Error", [&] {
         XPDrawElement(x1, y1, x2, y2, style, lit);
         return VL_Done();
-    }, VL_FunctionError);
+    });
 }
 
 PyObject* PY_XPGetElementDefaultDimensions(PyObject*, PyObject* args) {
@@ -58,44 +58,44 @@ PyObject* PY_XPGetElementDefaultDimensions(PyObject*, PyObject* args) {
     PyObject *width, *height, *canBeLit;
     if (!PyArg_ParseTuple(args, "iOOO", &style, &width, &height, &canBeLit)) return nullptr;
     if (!VL_CheckOutLists({width, height, canBeLit})) return nullptr;
-    return VL_Guarded(kModule, "XPGetElementDefaultDimensions", [&] {
+    return VL_GuardedReporting(kModule, "XPGetElementDefaultDimensions", "Function Error", [&] {
         int values[3] = {0, 0, 0};
         XPGetElementDefaultDimensions(style, Wanted(width, values[0]), Wanted(height, values[1]),
                                       Wanted(canBeLit, values[2]));
         return StoreSizes({width, height, canBeLit}, values);
-    }, VL_FunctionError);
+    });
 }
 
 PyObject* PY_XPDrawTrack(PyObject*, PyObject* args) {
     int x1, y1, x2, y2, minimum, maximum, value, style, lit;
     if (!PyArg_ParseTuple(args, "iiiiiiiii", &x1, &y1, &x2, &y2, &minimum, &maximum, &value, &style, &lit))
         return nullptr;
-    return VL_Guarded(kModule, "XPDrawTrack", [&] {
+    return VL_GuardedReporting(kModule, "XPDrawTrack", "Function Error", [&] {
         XPDrawTrack(x1, y1, x2, y2, minimum, maximum, value, style, lit);
         return VL_Done();
-    }, VL_FunctionError);
+    });
 }
 
 PyObject* PY_XPGetTrackDefaultDimensions(PyObject*, PyObject* args) {
     int style;
     if (!PyArg_ParseTuple(args, "i", &style)) return nullptr;
-    return VL_Guarded(kModule, "XPGetTrackDefaultDimensions", [&] {
+    return VL_GuardedReporting(kModule, "XPGetTrackDefaultDimensions", "Function Error", [&] {
         int width = 0, canBeLit = 0;
         XPGetTrackDefaultDimensions(style, &width, &canBeLit);
         return Py_BuildValue("ii", width, canBeLit);
-    }, VL_FunctionError);
+    });
 }
 
 PyObject* PY_XPGetTrackMetrics(PyObject*, PyObject* args) {
     int x1, y1, x2, y2, minimum, maximum, value, style;
     if (!PyArg_ParseTuple(args, "iiiiiiii", &x1, &y1, &x2, &y2, &minimum, &maximum, &value, &style))
         return nullptr;
-    return VL_Guarded(kModule, "XPGetTrackMetrics", [&] {
+    return VL_GuardedReporting(kModule, "XPGetTrackMetrics", "Function Error", [&] {
         int vertical = 0, downButton = 0, downPage = 0, thumb = 0, upPage = 0, upButton = 0;
         XPGetTrackMetrics(x1, y1, x2, y2, minimum, maximum, value, style, &vertical, &downButton,
                           &downPage, &thumb, &upPage, &upButton);
         return Py_BuildValue("iiiiii", vertical, downButton, downPage, thumb, upPage, upButton);
-    }, VL_FunctionError);
+    });
 }
 
 PyMethodDef XPUIGraphicsMethods[] = {

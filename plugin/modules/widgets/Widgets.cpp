@@ -128,17 +128,30 @@ PyObject* PY_XPDestroyWidget(PyObject*, PyObject* args) {
     });
 }
 
+// A message whose parameter points at a structure carries a copy: of one delivered to a
+// script in this frame, or of the memory at the integer the script gave when that is
+// readable. Anything else would make the simulator read or write where it must not.
 PyObject* PY_XPSendMessageToWidget(PyObject*, PyObject* args) {
-    PyObject *widgetObject, *param1Object, *param2Object;
+    PyObject *widgetObject, *paramObjects[2];
     int message, mode;
-    if (!PyArg_ParseTuple(args, "OiiOO", &widgetObject, &message, &mode, &param1Object, &param2Object))
+    if (!PyArg_ParseTuple(args, "OiiOO", &widgetObject, &message, &mode, &paramObjects[0], &paramObjects[1]))
         return nullptr;
     XPWidgetID widget = VL_HandleFromObject(widgetObject);
-    auto param1 = reinterpret_cast<intptr_t>(VL_HandleFromObject(param1Object));
-    auto param2 = reinterpret_cast<intptr_t>(VL_HandleFromObject(param2Object));
+    intptr_t params[2];
+    VL_WidgetStructCopy copies[2];
+    for (int i = 0; i < 2; ++i) {
+        params[i] = reinterpret_cast<intptr_t>(VL_HandleFromObject(paramObjects[i]));
+        VL_WidgetStruct kind = VL_WidgetStructOf(message, i + 1);
+        if (kind == VL_WidgetStruct::None) continue;
+        if (!VL_CopyWidgetStruct(kind, params[i], &copies[i])) {
+            PyErr_Format(PyExc_ValueError, "XPSendMessageToWidget: param%d of message %d must point at its structure",
+                         i + 1, message);
+            return nullptr;
+        }
+        params[i] = reinterpret_cast<intptr_t>(&copies[i]);
+    }
     return VL_Guarded(kModule, "XPSendMessageToWidget", [&] {
-        VL_ScriptSentMessage sent(message, param1, param2);
-        return VL_IntFromLong(XPSendMessageToWidget(widget, message, mode, param1, param2));
+        return VL_IntFromLong(XPSendMessageToWidget(widget, message, mode, params[0], params[1]));
     });
 }
 
@@ -326,16 +339,16 @@ PyObject* PY_XPGetWidgetProperty(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPGetWidgetWithFocus(PyObject*, PyObject*) {
-    return VL_Guarded(kModule, "XPGetWidgetWithFocus",
-                      [] { return VL_HandleObject(XPGetWidgetWithFocus()); }, VL_FunctionError);
+    return VL_GuardedReporting(kModule, "XPGetWidgetWithFocus", "Function Error",
+                      [] { return VL_HandleObject(XPGetWidgetWithFocus()); });
 }
 
 PyObject* PY_XPGetWidgetClassFunc(PyObject*, PyObject* args) {
     int widgetClass;
     if (!PyArg_ParseTuple(args, "i", &widgetClass)) return nullptr;
-    return VL_Guarded(kModule, "XPGetWidgetClassFunc", [&] {
+    return VL_GuardedReporting(kModule, "XPGetWidgetClassFunc", "Function Error", [&] {
         return VL_HandleObject(reinterpret_cast<void*>(XPGetWidgetClassFunc(widgetClass)));
-    }, VL_FunctionError);
+    });
 }
 
 PyMethodDef XPWidgetsMethods[] = {

@@ -29,17 +29,6 @@ inline void* VL_HandleFromObject(PyObject* object) {
 inline PyObject* VL_HandleObject(const void* pointer) {
     return PyLong_FromVoidPtr(const_cast<void*>(pointer));
 }
-// The one object of a METH_VARARGS binding whose format is "O". The parser is asked
-// only when the count is wrong, so scripts get its TypeError while the frequent calls
-// skip it.
-inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
-    if (PyTuple_GET_SIZE(args) == 1) {
-        *object = PyTuple_GET_ITEM(args, 0);
-        return true;
-    }
-    return PyArg_ParseTuple(args, "O", object) != 0;
-}
-
 // Arguments of a VL_METH_FAST binding through the argument parser, as a METH_VARARGS
 // binding parses them: the same results and the same TypeError. The quick paths below
 // take the frequent cases without it and leave every other case to it.
@@ -119,31 +108,41 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 
 // --- the guard ---
 
-constexpr const char* VL_ParameterError = "Parameter Error";
-constexpr const char* VL_FunctionError = "Function Error";
-
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
-// `error` ("Parameter Error" unless the module says otherwise) and gives false. Buffers
-// are owned by `call`'s locals, so they are freed on the way out either way.
+// `message` and gives false. Buffers are owned by `call`'s locals, so they are freed on
+// the way out either way. A few functions report "Function Error", or another module's
+// and function's name.
 template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call,
-                    const char* error = VL_ParameterError) {
+bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
+                             Call&& call) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, error);
+        PrintException(module, function, message);
         return false;
     }
 }
 
+// The guard of most bindings: "Parameter Error".
+template <typename Call>
+bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
+    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
+}
+
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
 template <typename Call>
-PyObject* VL_Guarded(const char* module, const char* function, Call&& call,
-                     const char* error = VL_ParameterError) {
+PyObject* VL_GuardedReporting(const char* module, const char* function, const char* message,
+                              Call&& call) {
     PyObject* result = nullptr;
-    if (!VL_GuardedCall(module, function, [&] { result = call(); }, error)) return VL_IntFromLong(0);
+    if (!VL_GuardedCallReporting(module, function, message, [&] { result = call(); }))
+        return VL_IntFromLong(0);
     return result;
+}
+
+template <typename Call>
+PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
+    return VL_GuardedReporting(module, function, "Parameter Error", call);
 }
 
 // A late SDK function (null when the simulator lacks it): false after reporting `message`

@@ -58,8 +58,8 @@ PyObject* PY_XPLMDisablePlugin(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMReloadPlugins(PyObject*, PyObject*) {
-    bool ok = VL_GuardedCall(kModule, "XPLMReloadPlugins", [] { XPLMReloadPlugins(); },
-                             VL_FunctionError);
+    bool ok = VL_GuardedCallReporting(kModule, "XPLMReloadPlugins", "Function Error",
+                                      [] { XPLMReloadPlugins(); });
     return VL_IntFromLong(ok ? 1 : 0);
 }
 

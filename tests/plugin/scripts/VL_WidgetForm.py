@@ -106,8 +106,7 @@ class Vorlith:
         attempt("foreign mouse", lambda: VL_GetMouseState(12345))
         attempt("foreign drag", lambda: XPUDragWidget(xpMsg_MouseDown, self.custom, 12345, 0, 0))
         attempt("garbage widget", lambda: XPGetWidgetDescriptor(987654321, [], 10))
-        # Readable memory, but not a key state the simulator made.
-        attempt("sent", lambda: XPSendMessageToWidget(self.custom, xpMsg_KeyPress, xpMode_Direct, id(self), 0))
+        attempt("sent", lambda: XPSendMessageToWidget(self.custom, xpMsg_MouseDown, xpMode_Direct, 12345, 0))
 
     def Window(self, message, widget, param1, param2):
         if message == xpMsg_PushButtonPressed:
@@ -147,8 +146,6 @@ class Vorlith:
         elif message == xpMsg_MouseDown:
             self.mouse = param1
             print("custom down %r" % (VL_GetMouseState(param1),))
-        elif message == xpMsg_KeyPress:
-            attempt("custom key", lambda: VL_GetKeyState(param1))
         elif message == xpMsg_Reshape and param1 == widget:
             print("custom reshape %r" % (VL_GetWidgetGeometryChange(param2),))
         if message in (xpMsg_MouseDown, xpMsg_MouseDrag, xpMsg_MouseUp):
