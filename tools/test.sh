@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds and runs every test: the whole tree with the plug-in embedding Python 3, then
-# the plug-in and its end-to-end tests again embedding Python 2.7 (build-py2/).
+# Builds and runs every test: the whole tree with the plug-in embedding Python 3, the
+# fuzz again under the sanitizers (build-asan/), then the plug-in and its end-to-end
+# tests (the fuzz among them) again embedding Python 2.7 (build-py2/).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash tools/deps.sh
@@ -11,6 +12,13 @@ echo "==== Python 3: everything ===="
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORLITH_PYTHON=3
 cmake --build build -j"$jobs"
 ctest --test-dir build --output-on-failure -j"$jobs"
+
+echo "==== Python 3 under AddressSanitizer and UndefinedBehaviorSanitizer: the fuzz ===="
+# Only what the fuzz runs: the plug-in and the host.
+cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORLITH_PYTHON=3 -DVORLITH_SANITIZE=ON \
+  -DVORLITH_BENCH=OFF
+cmake --build build-asan -j"$jobs" --target vorlith xpsim
+ctest --test-dir build-asan --output-on-failure -j"$jobs" -R '^py3\.Fuzz\.'
 
 echo "==== Python 2.7: the plug-in and its end-to-end tests ===="
 # Only the plug-in differs: the host and the other tests were checked above.

@@ -28,17 +28,17 @@ const VL_CallbackKind<int> kSetDatab{"Cannot find method UserSetDatab_Callback\n
 
 VL_Arguments<1> Single(PyObject* ref) { return VL_Pack(ref); }  // "(O)"
 
-// Element i of the script's list as a number; a non-number gives 0 and its error printed.
-long LongItem(PyObject* list, Py_ssize_t i) {
-    long value = PyLong_AsLong(PyList_GET_ITEM(list, i));
+// Element i of the values as a number; a non-number gives 0 and its error printed.
+long LongItem(PyObject* items, Py_ssize_t i) {
+    long value = PyLong_AsLong(PyTuple_GET_ITEM(items, i));
     if (value == -1 && PyErr_Occurred()) {
         VL_PrintPythonError();
         return 0;
     }
     return value;
 }
-double DoubleItem(PyObject* list, Py_ssize_t i) {
-    double value = PyFloat_AsDouble(PyList_GET_ITEM(list, i));
+double DoubleItem(PyObject* items, Py_ssize_t i) {
+    double value = PyFloat_AsDouble(PyTuple_GET_ITEM(items, i));
     if (value == -1.0 && PyErr_Occurred()) {
         VL_PrintPythonError();
         return 0.0;
@@ -49,7 +49,9 @@ double DoubleItem(PyObject* list, Py_ssize_t i) {
 // The getter of an array: the script appends the values to the list it gets (None for a
 // size query) and returns their count; at most `max` of them, and no more than the list
 // holds, reach the buffer. A size query answers the script's count whatever `max` is, as
-// the SDK promises readers that ask with no buffer.
+// the SDK promises readers that ask with no buffer. The values are read from a private
+// tuple of the list: an item's __index__ or __float__ runs Python code that may empty
+// the list while it is being read.
 template <typename T, typename Store>
 int GetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, T* values, int offset,
              int max, Store store) {
@@ -60,29 +62,38 @@ int GetArray(const VL_CallbackKind<int>& kind, int slot, void* refcon, T* values
         return VL_Pack(ref, list ? list : Py_None, offset, max);  // "(OOii)"
     }, [&](PyObject* result) {
         int count = std::max(0, VL_ResultInt(result));
-        return list ? store(values, list, std::min(max, count), max) : count;
+        if (!list) return count;
+        PyObject* items = PyList_AsTuple(list);
+        if (!items) {
+            VL_PrintPythonError();
+            return kind.failed;
+        }
+        int limit = std::max(0, max);  // a negative max from another plug-in reads nothing
+        int stored = store(values, items, std::min(limit, count), limit);
+        Py_DECREF(items);
+        return stored;
     });
     Py_XDECREF(list);
     return count;
 }
 
 template <typename T>
-int StoreNumbers(T* values, PyObject* list, int n, int) {
-    n = static_cast<int>(std::min<Py_ssize_t>(n, PyList_GET_SIZE(list)));
+int StoreNumbers(T* values, PyObject* items, int n, int) {
+    n = static_cast<int>(std::min<Py_ssize_t>(n, PyTuple_GET_SIZE(items)));
     for (int i = 0; i < n; ++i) {
         if constexpr (std::is_same_v<T, float>)
-            values[i] = static_cast<float>(DoubleItem(list, i));
+            values[i] = static_cast<float>(DoubleItem(items, i));
         else
-            values[i] = static_cast<T>(LongItem(list, i));
+            values[i] = static_cast<T>(LongItem(items, i));
     }
     return n;
 }
 
 // A byte getter may give one text (copied with its terminating zero while it fits) or a
 // list of numbers (their low 8 bits).
-int StoreBytes(void* buffer, PyObject* list, int n, int max) {
+int StoreBytes(void* buffer, PyObject* items, int n, int max) {
     auto* bytes = static_cast<unsigned char*>(buffer);
-    PyObject* first = PyList_GET_SIZE(list) > 0 ? PyList_GET_ITEM(list, 0) : nullptr;
+    PyObject* first = PyTuple_GET_SIZE(items) > 0 ? PyTuple_GET_ITEM(items, 0) : nullptr;
     if (first && VL_TextCheck(first)) {
         VL_Text text;
         if (!text.set(first)) {
@@ -94,8 +105,8 @@ int StoreBytes(void* buffer, PyObject* list, int n, int max) {
         if (length < max) bytes[length] = 0;
         return n;
     }
-    n = static_cast<int>(std::min<Py_ssize_t>(n, PyList_GET_SIZE(list)));
-    for (int i = 0; i < n; ++i) bytes[i] = static_cast<unsigned char>(LongItem(list, i) & 0xFF);
+    n = static_cast<int>(std::min<Py_ssize_t>(n, PyTuple_GET_SIZE(items)));
+    for (int i = 0; i < n; ++i) bytes[i] = static_cast<unsigned char>(LongItem(items, i) & 0xFF);
     return n;
 }
 

@@ -119,19 +119,25 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
     VL_PrintPythonError();
     Py_INCREF(callable);  // the callable may unregister itself while it runs
     PyObject* result = nullptr;
-    {
-        auto args = build();
-        if (args.ok()) result = args.call(callable);
-    }
-    Py_DECREF(callable);
-    if (!result) {
-        if (kind.printFailure) VL_PrintPythonError();
-        if (kind.failedLine) VL_WriteToLog(kind.failedLine);
+    // Nothing thrown on our side of the call may reach the simulator.
+    try {
+        {
+            auto args = build();
+            if (args.ok()) result = args.call(callable);
+        }
+        Py_DECREF(callable);
+        if (!result) {
+            if (kind.printFailure) VL_PrintPythonError();
+            if (kind.failedLine) VL_WriteToLog(kind.failedLine);
+            return kind.failed;
+        }
+        R value = convert(result);
+        Py_DECREF(result);
+        return value;
+    } catch (...) {
+        VL_LogCppException("a callback");
         return kind.failed;
     }
-    R value = convert(result);
-    Py_DECREF(result);
-    return value;
 }
 
 // The dispatch of a callback record: `build(refcon)` makes the arguments from the record's

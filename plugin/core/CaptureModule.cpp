@@ -13,9 +13,23 @@ namespace {
 
 using FileWriter = void (*)(const char* text, std::size_t length);
 
+// A text as the binding converters take it, or, when it cannot be encoded (lone
+// surrogates), with those characters escaped: a failing write would lose the traceback
+// that was being printed, and Python would give up on sys.stderr.
+int ParseCapturedText(PyObject* o, void* out) {
+    auto* text = static_cast<VL_Text*>(out);
+    if (text->set(o)) return 1;
+    if (!PyUnicode_Check(o) || !PyErr_ExceptionMatches(PyExc_UnicodeError)) return 0;
+    PyErr_Clear();
+    PyObject* escaped = PyUnicode_AsEncodedString(o, "utf-8", "backslashreplace");
+    bool ok = escaped && text->set(escaped);
+    Py_XDECREF(escaped);
+    return ok ? 1 : 0;
+}
+
 PyObject* Capture(PyObject* args, FileWriter write) {
     VL_Text text;
-    if (!PyArg_ParseTuple(args, "O&", VL_ParseText, &text)) return nullptr;
+    if (!PyArg_ParseTuple(args, "O&", ParseCapturedText, &text)) return nullptr;
     write(text.c_str(), static_cast<std::size_t>(text.size()));
     // print writes a line's text and its "\n" separately: the "\n" alone adds nothing.
     char line[4096];

@@ -1,4 +1,5 @@
-// The five entry points the simulator calls: the only symbols lin.xpl exports.
+// The five entry points the simulator calls: the only symbols lin.xpl exports. Nothing
+// thrown inside the plug-in leaves them (function try blocks).
 
 #include <cstdio>
 #include <string>
@@ -6,14 +7,17 @@
 #include "XPLMDefs.h"
 #include "XPLMUtilities.h"
 #include "core/Lifecycle.h"
+#include "core/PythonErrors.h"
 #include "core/PythonGuard.h"
+#include "core/ScriptThreads.h"
 #include "core/SdkCapabilities.h"
 #include "core/Text.h"
+#include "platform/DynamicLibrary.h"
 #include "platform/Paths.h"
 
 using namespace vorlith;
 
-PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
+PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) try {
     std::snprintf(VorlithVersionNumber, sizeof VorlithVersionNumber, "%d.%02d.%02d", 2, 67, 7);
     std::string banner = std::string("VorlithVersionNumber = ") + VorlithVersionNumber + "\n";
     XPLMDebugString(banner.c_str());
@@ -43,35 +47,58 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) {
     VL_CopyText(outSig, 256, "tembrook.projects.vorlith");
     VL_CopyText(outDesc, 256, "Python Script Interface Plugin");
     return 1;
+} catch (...) {
+    VL_LogCppException("XPluginStart");
+    return 1;
 }
 
-PLUGIN_API void XPluginStop() {
+PLUGIN_API void XPluginStop() try {
     StopPython(0);
     // A start that found no scripts folder left the interpreter running; the binary is
-    // about to be unloaded, and the next load must find no interpreter of ours.
-    if (Py_IsInitialized()) PythonGuard::finalize();
+    // about to be unloaded, and the next load must find no interpreter of ours. Unless a
+    // script's thread still runs in it (StopPython gave it its time): then interpreter and
+    // binary both stay, since the thread's code lives in them (a load of the same binary
+    // finds them again).
+    if (Py_IsInitialized()) {
+        bool threadsEnded;
+        {
+            PythonGuard guard;
+            threadsEnded = !VL_OtherPythonThreadsExist();
+        }
+        if (threadsEnded) PythonGuard::finalize();
+        else VL_KeepPluginLoaded();
+    }
     delete VLTestTable;
     VLTestTable = nullptr;
     if (XPLMSetErrorCallback_ptr) XPLMSetErrorCallback_ptr(nullptr);
+} catch (...) {
+    VL_LogCppException("XPluginStop");
 }
 
-PLUGIN_API int XPluginEnable() {
+PLUGIN_API int XPluginEnable() try {
     if (!VLTestTable) return 1;
     PythonGuard guard;
     int result = 1;
     for (int i = 0; i < VLTestTable->GetScriptTableSize(); ++i) result = CallXPluginEnable(VLTestTable->GetScriptId(i));
     return result;
+} catch (...) {
+    VL_LogCppException("XPluginEnable");
+    return 1;
 }
 
-PLUGIN_API void XPluginDisable() {
+PLUGIN_API void XPluginDisable() try {
     if (!VLTestTable) return;
     PythonGuard guard;
     for (int i = 0; i < VLTestTable->GetScriptTableSize(); ++i) CallXPluginDisable(VLTestTable->GetScriptId(i), 1);
+} catch (...) {
+    VL_LogCppException("XPluginDisable");
 }
 
-PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFromWho, int inMessage, void* inParam) {
+PLUGIN_API void XPluginReceiveMessage(XPLMPluginID inFromWho, int inMessage, void* inParam) try {
     if (!VLTestTable) return;
     PythonGuard guard;
     for (int i = 0; i < VLTestTable->GetScriptTableSize(); ++i)
         CallXPluginReceiveMessage(VLTestTable->GetScriptId(i), inFromWho, inMessage, inParam);
+} catch (...) {
+    VL_LogCppException("XPluginReceiveMessage");
 }

@@ -13,6 +13,7 @@
 #include "core/PythonErrors.h"
 #include "core/PythonGuard.h"
 #include "core/ScriptFiles.h"
+#include "core/ScriptThreads.h"
 #include "core/Text.h"
 #include "modules/Modules.h"
 #include "platform/DynamicLibrary.h"
@@ -206,7 +207,7 @@ void StartPython(int enableScripts) {
                           "\t\tpass\n"
                           "sys.stdout = StdoutCatcher()\n"
                           "sys.stderr = StderrCatcher()\n";
-    PyRun_SimpleString(capture.c_str());
+    VL_RunPythonText(capture.c_str());
     VL_WriteToLog("Using path below for script path\n");
     VL_WriteToLog(pythonForm.c_str());
     VL_WriteToLog("\n");
@@ -231,6 +232,7 @@ void StartPython(int enableScripts) {
 
 void StopPython(int disableScripts) {
     if (!VLTestTable || VLTestTable->GetPythonRunState() == 0) return;
+    bool threadsEnded = true;
     {
         PythonGuard guard;
         // A script's XPluginStop may change the table: its size is read on every turn.
@@ -239,12 +241,15 @@ void StopPython(int disableScripts) {
             if (disableScripts == 1) CallXPluginDisable(scriptId, 0);
             CallXPluginStop(scriptId, 0);
         }
-        PyRun_SimpleString("import sys\n"
-                           "sys.stdout = sys.__stdout__\n"
-                           "sys.stderr = sys.__stderr__\n");
+        VL_RunPythonText("import sys\n"
+                         "sys.stdout = sys.__stdout__\n"
+                         "sys.stderr = sys.__stderr__\n");
+        threadsEnded = VL_EndScriptThreads();
+        // A kept interpreter: the next start imports the scripts afresh all the same.
+        if (!threadsEnded) VL_ForgetScriptModules();
     }
     VL_WriteToLog("Before Py_Finalize()\n");
-    PythonGuard::finalize();
+    if (threadsEnded) PythonGuard::finalize();
     VL_WriteToLog("After Py_Finalize()\n");
     if (gVL_CheckCallbacks) VL_CheckAllCallbacks();
     VLTestTable->ClearScriptTable();

@@ -43,4 +43,11 @@ bool VL_MakePythonSymbolsGlobal() {
     return dlopen(info.dli_fname, RTLD_NOW | RTLD_GLOBAL | RTLD_NOLOAD) != nullptr;
 }
 
+bool VL_KeepPluginLoaded() {
+    Dl_info info;
+    if (!dladdr(reinterpret_cast<void*>(&VL_KeepPluginLoaded), &info) || !info.dli_fname) return false;
+    // The handle is never closed: it only sets the flag on the copy already mapped.
+    return dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE) != nullptr;
+}
+
 }  // namespace vorlith

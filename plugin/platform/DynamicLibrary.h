@@ -15,4 +15,8 @@ void* XPFindSymbol(void* handle, const char* symbol);
 // global scope. Returns false if it could not be.
 bool VL_MakePythonSymbolsGlobal();
 
+// Marks the plug-in's own binary as never to be unloaded (a Python thread still runs code
+// that lives in it). False if it could not be.
+bool VL_KeepPluginLoaded();
+
 }  // namespace vorlith

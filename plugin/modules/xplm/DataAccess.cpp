@@ -6,6 +6,8 @@
 #include <array>
 #include <climits>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <vector>
 
 #include "XPLMDataAccess.h"
@@ -20,6 +22,10 @@ namespace {
 
 constexpr const char* kModule = "XPLMDataAccess";
 constexpr int kByteWriteBuffer = 4096;
+// No dataref holds a million values; a script's count or an accessor's size beyond them
+// is a mistake that must not cost gigabytes or minutes. Reads are cut there, like at the
+// dataref's size; a write of more raises ValueError.
+constexpr int kMaxArrayValues = 1 << 20;
 
 // --- single values ---
 
@@ -93,7 +99,9 @@ PyObject* PY_XPLMSetDatad(PyObject*, PyObject* args) {
 // --- arrays ---
 
 // An array read appends what it read to the script's list; with None it only answers
-// the dataref's size. The buffer always has room for `max` elements and a zero.
+// the dataref's size. The buffer has room for `max` elements (bounded by the dataref's
+// size) and a zero; it is not filled in advance, so a huge size costs nothing until the
+// SDK writes, and a buffer that cannot be had is a MemoryError in the script.
 template <typename T, typename Append>
 PyObject* ReadArray(PyObject* args, const char* function, int (*get)(XPLMDataRef, T*, int, int),
                     Append append) {
@@ -102,13 +110,16 @@ PyObject* ReadArray(PyObject* args, const char* function, int (*get)(XPLMDataRef
     if (!PyArg_ParseTuple(args, "OOii", &refObject, &list, &offset, &max)) return nullptr;
     if (!VL_CheckOutLists({list})) return nullptr;
     XPLMDataRef ref = VL_HandleFromObject(refObject);
+    int size = 0;
+    if (!VL_GuardedCall(kModule, function, [&] { size = get(ref, nullptr, offset, max); }))
+        return VL_IntFromLong(0);
+    if (list == Py_None) return VL_IntFromLong(size);
+    max = std::max(0, std::min({max, size, kMaxArrayValues}));
+    std::unique_ptr<T[]> buffer(new (std::nothrow) T[static_cast<std::size_t>(max) + 1]);
+    if (!buffer) return PyErr_NoMemory();
     return VL_Guarded(kModule, function, [&]() -> PyObject* {
-        int size = get(ref, nullptr, offset, max);
-        if (list == Py_None) return VL_IntFromLong(size);
-        max = std::max(0, std::min(max, size));
-        std::vector<T> buffer(static_cast<std::size_t>(max) + 1);
-        int count = std::max(0, std::min(max, get(ref, buffer.data(), offset, max)));
-        if (!append(list, buffer.data(), count, max)) return nullptr;
+        int count = std::max(0, std::min(max, get(ref, buffer.get(), offset, max)));
+        if (!append(list, buffer.get(), count, max)) return nullptr;
         return VL_IntFromLong(count);
     });
 }
@@ -125,9 +136,10 @@ bool AppendNumbers(PyObject* list, T* values, int count, int) {
     return true;
 }
 
-// Bytes come back as one text, up to the first zero byte.
-bool AppendText(PyObject* list, char* bytes, int, int max) {
-    bytes[max] = 0;
+// Bytes come back as one text, up to the first zero byte. The bytes past what the SDK
+// wrote were never filled: the text ends at `count` at the latest.
+bool AppendText(PyObject* list, char* bytes, int count, int) {
+    bytes[count] = 0;
     PyObject* text = VL_TextFromStringAndSize(bytes, static_cast<Py_ssize_t>(std::strlen(bytes)));
     int status = text ? PyList_Append(list, text) : -1;
     Py_XDECREF(text);
@@ -147,22 +159,35 @@ PyObject* PY_XPLMGetDatab(PyObject*, PyObject* args) {
     return ReadArray<char>(args, "XPLMGetDatab", +get, AppendText);
 }
 
-// Every element of the sequence converted by `convert` (false with a TypeError set for
-// an element of the wrong type); false when it is no sequence at all.
+// The first `count` elements of the sequence converted by `convert` (false with a
+// TypeError set for an element of the wrong type); false when it is no sequence at all.
+// Each element is fetched anew, as many as the sequence really has, whatever its __len__
+// claims (a sequence shorter than it says is an IndexError): nothing is allocated ahead
+// of the elements, and a conversion that changes the sequence cannot make us read past
+// it. Lists and tuples have every element checked, as the SDK's own buffers would be.
 template <typename T, typename Convert>
-bool SequenceValues(PyObject* sequence, std::vector<T>& values, Convert convert) {
+bool SequenceValues(PyObject* sequence, int count, std::vector<T>& values, Convert convert) {
     if (!PySequence_Check(sequence)) {
         PyErr_SetString(PyExc_TypeError, "expected sequence");
         return false;
     }
     Py_ssize_t length = PySequence_Size(sequence);
     if (length < 0) return false;
-    values.resize(static_cast<std::size_t>(length));
-    for (Py_ssize_t i = 0; i < length; ++i) {
+    Py_ssize_t wanted = std::clamp<Py_ssize_t>(count, 0, length);
+    if (wanted > kMaxArrayValues) {
+        PyErr_Format(PyExc_ValueError, "count %d is more than the %d values a write takes", count,
+                     kMaxArrayValues);
+        return false;
+    }
+    bool checkAll = PyList_Check(sequence) || PyTuple_Check(sequence);
+    values.reserve(static_cast<std::size_t>(std::min<Py_ssize_t>(wanted, 4096)));
+    for (Py_ssize_t i = 0; i < wanted || (checkAll && i < PySequence_Size(sequence)); ++i) {
         PyObject* item = PySequence_GetItem(sequence, i);
-        bool converted = item && convert(item, values[i]);
+        T value{};
+        bool converted = item && convert(item, value);
         Py_XDECREF(item);
         if (!converted) return false;
+        if (i < wanted) values.push_back(value);
     }
     return true;
 }
@@ -191,7 +216,7 @@ bool FloatValue(PyObject* item, float& value) {
     return true;
 }
 
-// The SDK gets `count` values, never more than the script gave.
+// The SDK gets `count` values, never more than the script gave, nor more than a million.
 template <typename T>
 PyObject* WriteArray(PyObject* args, const char* function, void (*set)(XPLMDataRef, T*, int, int),
                      bool (*convert)(PyObject*, T&)) {
@@ -199,8 +224,8 @@ PyObject* WriteArray(PyObject* args, const char* function, void (*set)(XPLMDataR
     int offset, count;
     if (!PyArg_ParseTuple(args, "OOii", &refObject, &sequence, &offset, &count)) return nullptr;
     std::vector<T> values;
-    if (!SequenceValues(sequence, values, convert)) return nullptr;
-    count = static_cast<int>(std::clamp<Py_ssize_t>(count, 0, static_cast<Py_ssize_t>(values.size())));
+    if (!SequenceValues(sequence, count, values, convert)) return nullptr;
+    count = static_cast<int>(values.size());
     XPLMDataRef ref = VL_HandleFromObject(refObject);
     return VL_Guarded(kModule, function, [&] {
         set(ref, values.data(), offset, count);
@@ -226,37 +251,36 @@ PyObject* PY_XPLMSetDatab(PyObject*, PyObject* args) {
         PyErr_SetString(PyExc_TypeError, "expected sequence");
         return nullptr;
     }
-    PyObject* fast = PySequence_Fast(sequence, "expected sequence");
-    if (!fast) return nullptr;
-    Py_ssize_t length = PySequence_Fast_GET_SIZE(fast);
+    // At most the 4096 bytes that reach the SDK are fetched, each anew, whatever the
+    // sequence's __len__ claims: converting one may run Python code that changes it.
+    Py_ssize_t length = PySequence_Size(sequence);
+    if (length < 0) return nullptr;
     if (length == 0) {
-        Py_DECREF(fast);
         PyErr_SetString(PyExc_TypeError, "expected sequence of bytes");
         return nullptr;
     }
     std::array<char, kByteWriteBuffer> work{};
     count = std::clamp(count, 0, kByteWriteBuffer);
-    PyObject* first = PySequence_Fast_GET_ITEM(fast, 0);
-    if (length == 1 && VL_TextCheck(first)) {
-        VL_Text text;
-        if (!text.set(first)) {
-            Py_DECREF(fast);
-            return nullptr;
+    Py_ssize_t n = std::min<Py_ssize_t>(length, kByteWriteBuffer);
+    for (Py_ssize_t i = 0; i < n; ++i) {
+        PyObject* item = PySequence_GetItem(sequence, i);
+        if (!item) return nullptr;
+        if (i == 0 && length == 1 && VL_TextCheck(item)) {
+            VL_Text text;
+            bool ok = text.set(item);
+            Py_DECREF(item);
+            if (!ok) return nullptr;
+            std::memcpy(work.data(), text.c_str(), std::min<std::size_t>(text.size(), count));
+            break;
         }
-        std::memcpy(work.data(), text.c_str(), std::min<std::size_t>(text.size(), count));
-    } else {
-        Py_ssize_t n = std::min<Py_ssize_t>(length, kByteWriteBuffer);
-        for (Py_ssize_t i = 0; i < n; ++i) {
-            PyObject* item = PySequence_Fast_GET_ITEM(fast, i);
-            long byte = VL_IntCheck(item) ? PyLong_AsLong(item) : 0;
-            if (byte == -1 && PyErr_Occurred()) {
-                PyErr_Clear();
-                byte = 0;
-            }
-            work[i] = static_cast<char>(byte & 0xFF);
+        long byte = VL_IntCheck(item) ? PyLong_AsLong(item) : 0;
+        Py_DECREF(item);
+        if (byte == -1 && PyErr_Occurred()) {
+            PyErr_Clear();
+            byte = 0;
         }
+        work[i] = static_cast<char>(byte & 0xFF);
     }
-    Py_DECREF(fast);
     XPLMDataRef ref = VL_HandleFromObject(refObject);
     return VL_Guarded(kModule, "XPLMSetDatab", [&] {
         XPLMSetDatab(ref, work.data(), offset, count);
