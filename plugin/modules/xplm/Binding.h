@@ -83,6 +83,14 @@ inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, double* val
     }
     return VL_ParseArgs(args, "Od", object, value);
 }
+// "O" of a METH_VARARGS binding: the parser is asked only when the count is wrong.
+inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
+    if (PyTuple_GET_SIZE(args) == 1) {
+        *object = PyTuple_GET_ITEM(args, 0);
+        return true;
+    }
+    return PyArg_ParseTuple(args, "O", object) != 0;
+}
 // A script's reference value is an integer kept as a pointer-sized value.
 inline void* VL_RefconFromObject(PyObject* object) { return VL_HandleFromObject(object); }
 
