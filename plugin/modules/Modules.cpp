@@ -22,7 +22,11 @@ void VL_RegisterModules() {
         initXPLMPlanes,
         initXPLMPlugin,
         initXPLMScenery,
-        // XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
+        initXPWidgetDefs,
+        initXPWidgets,
+        initXPStandardWidgets,
+        initXPUIGraphics,
+        initXPWidgetUtils,
         initPythonScriptMessaging,
         initTembrookVCUtilities,
     };

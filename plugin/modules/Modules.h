@@ -22,6 +22,11 @@ void initTembrookVCUtilities();
 void initXPLMUtilities();
 void initXPLMPlugin();
 void initPythonScriptMessaging();
+void initXPWidgetDefs();
+void initXPWidgets();
+void initXPStandardWidgets();
+void initXPUIGraphics();
+void initXPWidgetUtils();
 
 // The virtual camera's shared datarefs: published at every interpreter start, before the
 // modules are registered, and withdrawn at every stop.
