@@ -22,10 +22,15 @@ int CallXPluginEnable(PyObject* scriptId);
 int CallXPluginDisable(PyObject* scriptId, int checkEnabled);
 int CallXPluginStop(PyObject* scriptId, int checkEnabled);
 int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* param);
+// A message from one script to another: the sender object and any parameter object.
+int CallScriptReceiveMessage(PyObject* receiver, PyObject* sender, long message, PyObject* parameter);
 
 // Defined with the callback lists (callbacks/): the SDK's error callback, which hands the
-// message to every script's error callback, and the check of every list at stop.
+// message to every script's error callback, the check of every list at stop, and the
+// release of the records a stopping interpreter left (before and after Py_Finalize).
 void VL_ErrorCallback(const char* message);
 void VL_CheckAllCallbacks();
+void VL_RetireCallbacks();
+void VL_ReleaseCallbacks();
 
 }  // namespace vorlith

@@ -18,12 +18,12 @@ void VL_RegisterModules() {
         initXPLMMenus,
         initXPLMNavigation,
         initXPLMProcessing,
-        // XPLMUtilities
+        initXPLMUtilities,
         initXPLMPlanes,
-        // XPLMPlugin
+        initXPLMPlugin,
         initXPLMScenery,
-        // XPWidgetDefs, XPWidgets,
-        // XPStandardWidgets, XPUIGraphics, XPWidgetUtils, PythonScriptMessaging
+        // XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
+        initPythonScriptMessaging,
         initTembrookVCUtilities,
     };
     // A new interpreter: records of the previous one are never called again.

@@ -19,6 +19,9 @@ void initXPLMNavigation();
 void initXPLMScenery();
 void initXPLMPlanes();
 void initTembrookVCUtilities();
+void initXPLMUtilities();
+void initXPLMPlugin();
+void initPythonScriptMessaging();
 
 // The virtual camera's shared datarefs: published at every interpreter start, before the
 // modules are registered, and withdrawn at every stop.

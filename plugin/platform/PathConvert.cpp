@@ -48,4 +48,12 @@ std::string VL_PythonFormPath(const std::string& simPath, const std::string& sep
     return path;
 }
 
+std::string VL_ColonFormPath(const std::string& path, const std::string& separator) {
+    if (separator != ":") return path;
+    std::string colon = path;
+    for (char& c : colon)
+        if (c == '/') c = ':';
+    return colon;
+}
+
 }  // namespace vorlith

@@ -21,4 +21,8 @@ std::string VL_JoinPath(const std::string& base, std::initializer_list<const cha
 // "/Volumes" with ':' turned into '/'; a native path stays as it is.
 std::string VL_PythonFormPath(const std::string& simPath, const std::string& separator);
 
+// A script's '/' path in the simulator's form: with ':' separators where the simulator
+// uses colon paths, unchanged otherwise. A volume prefix is not taken off.
+std::string VL_ColonFormPath(const std::string& path, const std::string& separator);
+
 }  // namespace vorlith

@@ -30,6 +30,14 @@ int VL_ConvertPath(const char* simPath, char* posixPath, int size) {
     return 0;
 }
 
+std::string VL_ScriptPathFromSim(const char* simPath) {
+    return VL_PythonFormPath(simPath ? simPath : "", VL_SimSeparator());
+}
+
+std::string VL_SimPathFromScript(const char* path) {
+    return VL_ColonFormPath(path ? path : "", VL_SimSeparator());
+}
+
 std::string VL_SdkLibraryPath() { return VL_SimPath({"Resources", "plugins", "XPLM_64.so"}); }
 
 }  // namespace vorlith

@@ -17,6 +17,12 @@ std::string VL_SimSeparator();
 // -1 when it cannot be converted or does not fit.
 int VL_ConvertPath(const char* simPath, char* posixPath, int size);
 
+// A path the simulator answered, as scripts get it: colon paths become '/' paths under
+// "/Volumes", native paths stay as they are.
+std::string VL_ScriptPathFromSim(const char* simPath);
+// A script's '/' path as the simulator reads it (':' separators where it uses them).
+std::string VL_SimPathFromScript(const char* path);
+
 // Where this platform's simulator keeps the SDK library that the capability probe opens.
 std::string VL_SdkLibraryPath();
 

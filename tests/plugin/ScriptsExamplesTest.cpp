@@ -38,6 +38,26 @@ TEST_F(PluginTest, OwnDatarefExamplePublishesACounterOthersCanReadAndWrite) {
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
 }
 
+TEST_F(PluginTest, CommandHandlerExampleAnswersItsCommand) {
+    AddExample("VL_CommandHandler.py");
+    StartSim();
+    std::string error;
+    ASSERT_TRUE(xpsim::driver::commandOnce("vorlith/examples/say_hello", &error)) << error;
+    RunSeconds(0.1);
+    StopSim();
+    EXPECT_EQ(Output(), "Hello! (command pressed)\nGoodbye! (command released)\n") << Log();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, PingAndPongExamplesTalkThroughMessaging) {
+    AddExample("VL_Ping.py");
+    AddExample("VL_Pong.py");
+    StartSim();
+    RunSeconds(2);
+    EXPECT_EQ(Output(), "Ping got pong 1\nPing got pong 2\n") << Log();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
 TEST_F(PluginTest, WindowAndMenuExamplesAnswerClicksKeysTheHotKeyAndPicks) {
     AddExample("VL_HelloWindow.py");
     AddExample("VL_CheckedMenu.py");

@@ -53,3 +53,11 @@ TEST(PathConvert, PythonFormPathGoesUnderVolumesOnlyForColonPaths) {
     EXPECT_EQ(VL_PythonFormPath("/home/me/X-Plane/Resources/plugins/PythonScripts", "/"),
               "/home/me/X-Plane/Resources/plugins/PythonScripts");
 }
+
+// What scripts get back from the path functions and what they hand in, on a colon simulator.
+TEST(PathConvert, ColonFormIsTheOnlyReverseOfPythonFormOnColonSimulators) {
+    EXPECT_EQ(VL_PythonFormPath("Disk:Sim:", ":"), "/Volumes/Disk/Sim/");
+    EXPECT_EQ(VL_ColonFormPath("a/b/c.txt", ":"), "a:b:c.txt");
+    EXPECT_EQ(VL_ColonFormPath("a/b/c.txt", "/"), "a/b/c.txt");
+    EXPECT_EQ(VL_ColonFormPath("", ":"), "");
+}
