@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the demo and the tests need (Debian 12).
 set -euo pipefail
-packages=(build-essential cmake ccache python3-dev libiniparser-dev
+packages=(build-essential cmake ccache python3-dev libiniparser-dev libgl-dev
           libgtest-dev libgmock-dev libbenchmark-dev)
 missing=()
 for p in "${packages[@]}"; do

@@ -4,7 +4,8 @@
 // against a minimal C trampoline boxing the same fresh arguments; (b) XPLMGetDataf(ref)
 // called from Python, against a METH_O no-op, in the same Python loop; (c) a frame that
 // reads 2,700 datarefs against the same loop calling the no-op; (d) the dispatch cost
-// with 1, 10, 100 and 256 scripts each with one flight loop.
+// with 1, 10, 100 and 256 scripts each with one flight loop; (e) widget messages with and
+// without a structure.
 
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
@@ -51,6 +52,9 @@ class Vorlith:
 
     def Loop(self, sinceLastCall, sinceLastLoop, counter, refcon):
         return 1.0
+
+    def Widget(self, message, widget, param1, param2):
+        return 0
 
     def GetDataf(self, n):
         get, ref = XPLMGetDataf, self.ref
@@ -217,6 +221,26 @@ void BM_FlightLoopFloor(benchmark::State& state) {
     Py_DECREF(args);
 }
 BENCHMARK(BM_FlightLoopFloor);
+
+// (c) A widget message through VL_WidgetCallback into a bound method: one that carries no
+// structure (paint), and a mouse drag, whose mouse state is copied for the decoders.
+void WidgetDispatch(benchmark::State& state, XPWidgetMessage message) {
+    static XPWidgetID widget = [] {
+        PythonGuard guard;
+        auto id = reinterpret_cast<XPWidgetID>(0x5151);
+        PyObject* method = PyObject_GetAttrString(session().script, "Widget");
+        VLTestTable->AddWidgetCallback(WidgetCallbackList, session().script, id, method, 1, nullptr);
+        Py_XDECREF(method);
+        return id;
+    }();
+    XPMouseState_t mouse = {10, 20, 0, 0};
+    for (auto _ : state)
+        benchmark::DoNotOptimize(VL_WidgetCallback(message, widget, reinterpret_cast<intptr_t>(&mouse), 0));
+}
+void BM_WidgetPaintDispatch(benchmark::State& state) { WidgetDispatch(state, xpMsg_Paint); }
+void BM_WidgetMouseDragDispatch(benchmark::State& state) { WidgetDispatch(state, xpMsg_MouseDrag); }
+BENCHMARK(BM_WidgetPaintDispatch);
+BENCHMARK(BM_WidgetMouseDragDispatch);
 
 // (b) One Python call per item; each benchmark iteration runs a loop of 1000.
 void RunPythonLoop(benchmark::State& state, const char* method) {

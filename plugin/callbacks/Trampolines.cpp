@@ -4,6 +4,7 @@
 #include "callbacks/Trampolines.h"
 
 #include "callbacks/Dispatch.h"
+#include "callbacks/WidgetParameters.h"
 #include "core/PythonGuard.h"
 
 namespace vorlith {
@@ -226,6 +227,7 @@ int CallUserWidgetCallback(XPWidgetMessage message, XPWidgetID widget, intptr_t 
                     : nullptr;
     if (!record) return kWidgetNotInList;
     if (!VL_IsScriptActive(record->scriptId, record->generation)) return kWidget.inactive;
+    VL_WidgetDelivery delivery(message, param1, param2);  // what the decoders may read
     return VL_CallPython(kWidget, record->callable, [&]() {
         return VL_Pack(message, VL_New{Handle(widget)},  // "(iOOO)"
                             VL_New{Handle(reinterpret_cast<void*>(param1))},

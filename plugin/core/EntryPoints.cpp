@@ -14,6 +14,7 @@
 #include "core/Text.h"
 #include "platform/DynamicLibrary.h"
 #include "platform/Paths.h"
+#include "ui/ControlPanel.h"
 
 using namespace vorlith;
 
@@ -40,6 +41,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) try {
 
     VLTestTable = new VL_ScriptTable;
     VLTestTable->SetPythonRunState(0);
+    SetupWidgets();
     StartPython(0);
 
     // The SDK gives each of the three buffers 256 bytes.
@@ -68,6 +70,7 @@ PLUGIN_API void XPluginStop() try {
         if (threadsEnded) PythonGuard::finalize();
         else VL_KeepPluginLoaded();
     }
+    DestroyWidgets();
     delete VLTestTable;
     VLTestTable = nullptr;
     if (XPLMSetErrorCallback_ptr) XPLMSetErrorCallback_ptr(nullptr);

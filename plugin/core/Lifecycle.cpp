@@ -19,6 +19,7 @@
 #include "platform/DynamicLibrary.h"
 #include "platform/PathConvert.h"
 #include "platform/Paths.h"
+#include "ui/ControlPanel.h"
 
 namespace vorlith {
 
@@ -94,6 +95,7 @@ void LoadAndStartScripts(const char* folder, int enableScripts) {
         if (CallXPluginStart(scriptId, VL_StandardScript) && enableScripts == 1) CallXPluginEnable(scriptId);
     }
     VLTestTable->AddScriptsToWidgets(count);
+    VL_ShowScriptsInPicker();
 }
 
 }  // namespace
@@ -224,6 +226,7 @@ void StartPython(int enableScripts) {
     }
     if (!IsDirectory(scriptsFolder)) {
         ReportMissingScriptsFolder(scriptsFolder);
+        SetErrorText();
         return;
     }
     LoadAndStartScripts(folder.c_str(), enableScripts);

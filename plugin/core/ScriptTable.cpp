@@ -151,6 +151,8 @@ void VL_ScriptTable::AddScriptsToWidgets(int count) {
     int slot = 0;
     for (const _VL_ScriptEntry& entry : scripts_) {
         if (slot < kVL_MaxScriptFiles) VL_CopyText(TestText[slot++], entry.moduleName);
+        // Whole items only: a name cut at the buffer's end would be picked as a script.
+        if (std::strlen(szPopupText) + entry.moduleName.size() + 1 >= sizeof szPopupText) continue;
         VL_AppendText(szPopupText, entry.moduleName.c_str());
         VL_AppendText(szPopupText, ";");
     }

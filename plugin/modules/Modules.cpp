@@ -9,7 +9,7 @@ namespace vorlith {
 
 void VL_RegisterModules() {
     static void (*const inits[])() = {
-        // TembrookUtilities
+        initTembrookUtilities,
         initXPLMDefs,
         initXPLMCamera,
         initXPLMDataAccess,
@@ -22,7 +22,11 @@ void VL_RegisterModules() {
         initXPLMPlanes,
         initXPLMPlugin,
         initXPLMScenery,
-        // XPWidgetDefs, XPWidgets, XPStandardWidgets, XPUIGraphics, XPWidgetUtils
+        initXPWidgetDefs,
+        initXPWidgets,
+        initXPStandardWidgets,
+        initXPUIGraphics,
+        initXPWidgetUtils,
         initPythonScriptMessaging,
         initTembrookVCUtilities,
     };

@@ -8,6 +8,7 @@ namespace vorlith {
 // once per interpreter start, before any script is loaded.
 void VL_RegisterModules();
 
+void initTembrookUtilities();
 void initXPLMDefs();
 void initXPLMDataAccess();
 void initXPLMDisplay();
@@ -22,6 +23,11 @@ void initTembrookVCUtilities();
 void initXPLMUtilities();
 void initXPLMPlugin();
 void initPythonScriptMessaging();
+void initXPWidgetDefs();
+void initXPWidgets();
+void initXPStandardWidgets();
+void initXPUIGraphics();
+void initXPWidgetUtils();
 
 // The virtual camera's shared datarefs: published at every interpreter start, before the
 // modules are registered, and withdrawn at every stop.

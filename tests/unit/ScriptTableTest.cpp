@@ -108,14 +108,16 @@ TEST(ScriptTable, PopupTextListsModulesOrSaysNoScripts) {
     EXPECT_STREQ(ScriptName, "VL_a");
     EXPECT_STREQ(TestText[1], "VL_b");
 
-    // 256 long names overflow the 4096-byte popup text: it is cut, not overrun.
+    // 256 long names overflow the 4096-byte popup text: it keeps the whole names that fit.
     VL_ScriptTable full;
     static int many[256];
     for (int i = 0; i < 256; ++i)
         full.AddScriptId(reinterpret_cast<PyObject*>(&many[i]), (std::string(200, 'n') + std::to_string(i)).c_str(),
                          VL_StandardScript);
     full.AddScriptsToWidgets(256);
-    EXPECT_EQ(std::strlen(szPopupText), sizeof szPopupText - 1);
+    std::string text = szPopupText;
+    EXPECT_EQ(text.size(), 10 * 202u + 10 * 203u);
+    EXPECT_EQ(text.substr(text.size() - 4), "n19;");
 }
 
 TEST(ScriptTable, ChangeSeparatorToDefaultTurnsColonsAndBackslashesIntoSlashes) {

@@ -64,6 +64,11 @@ inline bool VL_ParseObject(VL_Args args, PyObject** object) {
     return true;
 }
 
+// The same for a binding called with an argument tuple.
+inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
+    return VL_ParseObject(VL_Args{&PyTuple_GET_ITEM(args, 0), PyTuple_GET_SIZE(args)}, object);
+}
+
 // "Oi", "Of" and "Od": an object and a number; exact ints and floats skip the parser.
 inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, int* value) {
     if (args.count == 2 && VL_IntCheckExact(args.items[1])) {
@@ -93,6 +98,18 @@ inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, double* val
     }
     return VL_ParseArgs(args, "Od", object, value);
 }
+// "O&" converter for a handle that must be an integer (where the SDK's form read it with
+// "i"): any integer a pointer holds, so 64-bit ids pass; anything else is a TypeError.
+inline int VL_ParseIntegerHandle(PyObject* object, void* handle) {
+    if (!VL_IntCheck(object)) {
+        PyErr_Format(PyExc_TypeError, "an integer is required, not %.200s", Py_TYPE(object)->tp_name);
+        return 0;
+    }
+    void* pointer = PyLong_AsVoidPtr(object);
+    if (!pointer && PyErr_Occurred()) return 0;
+    *static_cast<void**>(handle) = pointer;
+    return 1;
+}
 // A script's reference value is an integer kept as a pointer-sized value.
 inline void* VL_RefconFromObject(PyObject* object) { return VL_HandleFromObject(object); }
 
@@ -101,33 +118,30 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 
 // --- the guard ---
 
+constexpr const char* VL_ParameterError = "Parameter Error";
+constexpr const char* VL_FunctionError = "Function Error";
+
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
-// `message` and gives false. Buffers are owned by `call`'s locals, so they are freed on
-// the way out either way. A few functions report "Function Error", or another module's
-// and function's name.
+// `error` ("Parameter Error" unless the module says otherwise) and gives false. Buffers
+// are owned by `call`'s locals, so they are freed on the way out either way.
 template <typename Call>
-bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
-                             Call&& call) {
+bool VL_GuardedCall(const char* module, const char* function, Call&& call,
+                    const char* error = VL_ParameterError) {
     try {
         call();
         return true;
     } catch (...) {
-        PrintException(module, function, message);
+        PrintException(module, function, error);
         return false;
     }
 }
 
-// The guard of most bindings: "Parameter Error".
-template <typename Call>
-bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
-    return VL_GuardedCallReporting(module, function, "Parameter Error", call);
-}
-
 // The usual binding body: what `call` returns, or the integer 0 after a failure.
 template <typename Call>
-PyObject* VL_Guarded(const char* module, const char* function, Call&& call) {
+PyObject* VL_Guarded(const char* module, const char* function, Call&& call,
+                     const char* error = VL_ParameterError) {
     PyObject* result = nullptr;
-    if (!VL_GuardedCall(module, function, [&] { result = call(); })) return VL_IntFromLong(0);
+    if (!VL_GuardedCall(module, function, [&] { result = call(); }, error)) return VL_IntFromLong(0);
     return result;
 }
 
@@ -262,6 +276,8 @@ struct VL_Constant {
     const char* name;
     long value;
 };
+// A row of a constant table named as the SDK's header names it.
+#define VL_CONSTANT(name) {#name, name}
 
 // Sets the constants in the module's dictionary in table order; false with a Python
 // error set when one could not be made.

@@ -58,8 +58,8 @@ PyObject* PY_XPLMDisablePlugin(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMReloadPlugins(PyObject*, PyObject*) {
-    bool ok = VL_GuardedCallReporting(kModule, "XPLMReloadPlugins", "Function Error",
-                                      [] { XPLMReloadPlugins(); });
+    bool ok = VL_GuardedCall(kModule, "XPLMReloadPlugins", [] { XPLMReloadPlugins(); },
+                             VL_FunctionError);
     return VL_IntFromLong(ok ? 1 : 0);
 }
 
@@ -94,8 +94,8 @@ PyObject* PluginInfo(int id, PyObject* const (&lists)[4]) {
     char texts[4][kInfoBuffer] = {};
     char* out[4];
     for (int i = 0; i < 4; ++i) out[i] = lists[i] == Py_None ? nullptr : texts[i];
-    if (!VL_GuardedCallReporting("XPLMDisplay", "XPLMGetHotKeyInfo", "Parameter Error",
-                                 [&] { XPLMGetPluginInfo(id, out[0], out[1], out[2], out[3]); }))
+    if (!VL_GuardedCall("XPLMDisplay", "XPLMGetHotKeyInfo",
+                        [&] { XPLMGetPluginInfo(id, out[0], out[1], out[2], out[3]); }))
         return VL_IntFromLong(0);
     for (int i = 0; i < 4; ++i) {
         if (!out[i]) continue;

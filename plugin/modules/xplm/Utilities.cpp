@@ -93,8 +93,8 @@ PyObject* PY_XPLMGetVirtualKeyDescription(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMReloadScenery(PyObject*, PyObject*) {
-    bool ok = VL_GuardedCallReporting(kModule, "XPLMReloadScenery", "Function Error",
-                                      [] { XPLMReloadScenery(); });
+    bool ok = VL_GuardedCall(kModule, "XPLMReloadScenery", [] { XPLMReloadScenery(); },
+                             VL_FunctionError);
     return VL_IntFromLong(ok ? 1 : 0);
 }
 
