@@ -47,16 +47,6 @@ inline bool VL_ParseArgs(VL_Args args, const char* format, ...) {
     return parsed != 0;
 }
 
-// The one object of a binding whose format is "O". The parser is asked only when the
-// count is wrong, so scripts get its TypeError while the frequent calls skip it.
-inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
-    if (PyTuple_GET_SIZE(args) == 1) {
-        *object = PyTuple_GET_ITEM(args, 0);
-        return true;
-    }
-    return PyArg_ParseTuple(args, "O", object) != 0;
-}
-
 // "O": the one object.
 inline bool VL_ParseObject(VL_Args args, PyObject** object) {
     if (args.count != 1) return VL_ParseArgs(args, "O", object);
