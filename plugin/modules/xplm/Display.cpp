@@ -192,12 +192,10 @@ VL_CallbackBlock* AddWindowRecords(PyObject* self, PyObject* const* callables, i
     return bundle;
 }
 
-void SetWindowHandle(PyObject* self, PyObject* const* callables, int count,
-                     VL_CallbackBlock* bundle, XPLMWindowID window) {
+void SetWindowHandle(VL_CallbackBlock* bundle, XPLMWindowID window) {
     bundle->handle = window;  // the window that holds this bundle, until it is destroyed
-    for (int i = 0; i < count; ++i)
-        if (bundle->cells[kWindowCallbacks[i].slot])
-            VL_Table().UpdateCallback(*kWindowCallbacks[i].list, self, callables[i], window);
+    for (const WindowCallback& kind : kWindowCallbacks)
+        if (_CallbackList* cell = bundle->cells[kind.slot]) VL_Table().UpdateCallback(*kind.list, cell, window);
 }
 
 // Frees the bundle at `position` of DrawWindowMemoryPointerList and erases the entry: the
@@ -243,7 +241,7 @@ PyObject* PY_XPLMCreateWindow(PyObject*, PyObject* args) {
         VL_CallbackBlock* bundle = AddWindowRecords(self, callables, kLegacyWindowCallbacks, refcon);
         XPLMWindowID window = XPLMCreateWindow(left, top, right, bottom, visible, VL_DrawWindowCallback,
                                                VL_KeyCallback, VL_MouseClickCallback, bundle);
-        SetWindowHandle(self, callables, kLegacyWindowCallbacks, bundle, window);
+        SetWindowHandle(bundle, window);
         if (VL_Tracing()) {
             VL_Trace trace("XPLMCreateWindow");
             trace.line("pScriptId = %x, Left = %d, Top = %d, Right = %d, Bottom = %d, IsVisible = %d, "
@@ -260,10 +258,8 @@ PyObject* PY_XPLMCreateWindow(PyObject*, PyObject* args) {
 // wheel, refcon) must be a sequence of exactly these eleven, numbers first: anything else
 // is the parser's TypeError before a record or bundle is made.
 PyObject* PY_XPLMCreateWindowEx(PyObject*, PyObject* args) {
-    if (!XPLMCreateWindowEx_ptr) {
-        PrintException(kModule, "XPLMCreateWindowEx", VL_NotSupported200);
+    if (!VL_Supported(kModule, "XPLMCreateWindowEx", XPLMCreateWindowEx_ptr, VL_NotSupported200))
         return VL_IntFromLong(0);
-    }
     PyObject *self, *parameters, *refconObject;
     if (!PyArg_ParseTuple(args, "OO", &self, &parameters)) return nullptr;
     PyObject* fields = PySequence_Check(parameters) ? PySequence_Tuple(parameters) : nullptr;
@@ -290,7 +286,7 @@ PyObject* PY_XPLMCreateWindowEx(PyObject*, PyObject* args) {
                                      VL_MouseClickCallback, VL_KeyCallback, VL_CursorStatusCallback,
                                      VL_MouseWheelCallback, bundle};
         XPLMWindowID window = XPLMCreateWindowEx_ptr(&create);
-        SetWindowHandle(self, callables, kWindowCallbackCount, bundle, window);
+        SetWindowHandle(bundle, window);
         if (VL_Tracing()) {
             VL_Trace trace("XPLMCreateWindowEx");
             trace.line("pScriptId = %x, left = %d, top = %d, right = %d, bottom = %d, visible = %d, "
@@ -449,7 +445,7 @@ PyObject* PY_XPLMRegisterHotKey(PyObject*, PyObject* args) {
         _CallbackList* cell = VL_Table().AddCallback(HotKeyCallbackList, self, nullptr, callable, refcon);
         XPLMHotKeyID hotKey = XPLMRegisterHotKey(static_cast<char>(virtualKey), flags, text.c_str(),
                                                  VL_HotKeyCallback, cell);
-        VL_Table().UpdateCallback(HotKeyCallbackList, self, callable, hotKey);
+        VL_Table().UpdateCallback(HotKeyCallbackList, cell, hotKey);
         if (VL_Tracing())
             VL_Trace("XPLMRegisterHotKey")
                 .line("pScriptId = %x, inVirtualKey = %d, inFlags = %d, inDescription = %s, "

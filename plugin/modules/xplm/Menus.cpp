@@ -33,7 +33,7 @@ PyObject* PY_XPLMCreateMenu(PyObject*, PyObject* args) {
     return VL_Guarded(kModule, "XPLMCreateMenu", [&] {
         _CallbackList* cell = VL_Table().AddCallback(MenuCallbackList, self, nullptr, callable, refcon);
         XPLMMenuID menu = XPLMCreateMenu(name.c_str(), parent, parentItem, VL_MenuCallback, cell);
-        VL_Table().UpdateCallback(MenuCallbackList, self, callable, menu);
+        VL_Table().UpdateCallback(MenuCallbackList, cell, menu);
         if (VL_Tracing())
             VL_Trace("XPLMCreateMenu")
                 .line("pScriptId = %x, inName = %s, inParentMenu = %x, inParentItem = %d, "
@@ -68,10 +68,8 @@ PyObject* PY_XPLMDestroyMenu(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMRemoveMenuItem(PyObject*, PyObject* args) {
-    if (!XPLMRemoveMenuItem_ptr) {
-        PrintException(kModule, "XPLMRemoveMenuItem", VL_NotSupported210);
+    if (!VL_Supported(kModule, "XPLMRemoveMenuItem", XPLMRemoveMenuItem_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
-    }
     PyObject* menuObject;
     int index;
     if (!PyArg_ParseTuple(args, "Oi", &menuObject, &index)) return nullptr;

@@ -20,8 +20,6 @@ LOG = os.path.join(os.path.dirname(os.path.abspath(__file__)), "VorlithLog.txt")
 
 class Vorlith:
     def window(self, label, callables, refcon, box=(10, 60, 50, 20)):
-        # Fresh bound methods per window: a callable shared by two windows would have the
-        # second window's id written into the first window's record.
         left, top, right, bottom = box
         handle = XPLMCreateWindowEx(self, [left, top, right, bottom, 1] + callables + [refcon])
         self.bundles[low32(XPLMGetWindowRefCon(handle))] = label
