@@ -1,17 +1,22 @@
 // Cost of crossing between the simulator and Python, each against its floor measured in
 // the same run: (a) one flight-loop dispatch through VL_FlightLoopCallback into a bound
-// method returning a float, against calling that method from C with a prebuilt tuple;
-// (b) XPLMGetDataf(ref) called from Python, against a C function that only parses its
-// one argument, in the same Python loop.
+// method returning a float, against calling that method from C with a prebuilt tuple and
+// against a minimal C trampoline boxing the same fresh arguments; (b) XPLMGetDataf(ref)
+// called from Python, against a METH_O no-op, in the same Python loop; (c) a frame that
+// reads 2,700 datarefs against the same loop calling the no-op; (d) the dispatch cost
+// with 1, 10, 100 and 256 scripts each with one flight loop.
 
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 
-#include <chrono>
+#include <time.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "callbacks/Trampolines.h"
 #include "core/Lifecycle.h"
@@ -53,19 +58,50 @@ class Vorlith:
             get(ref)
 
     def Floor(self, n):
-        get, ref = BenchFloor.parse_one, self.ref
+        get, ref = BenchFloor.noop, self.ref
         for i in range(n):
+            get(ref)
+
+    def FindFrame(self, names):
+        self.frame = [XPLMFindDataRef(name) for name in names]
+
+    def Frame(self, n):
+        get = XPLMGetDataf
+        for ref in self.frame:
+            get(ref)
+
+    def FrameFloor(self, n):
+        get = BenchFloor.noop
+        for ref in self.frame:
             get(ref)
 )";
 
-// The floor of a binding: parses one object argument, as every binding does, and no more.
-PyObject* ParseOne(PyObject*, PyObject* args) {
-    PyObject* object;
-    if (!PyArg_ParseTuple(args, "O", &object)) return nullptr;
-    Py_RETURN_NONE;
+constexpr int kFrameReads = 2700;
+
+// The frame's datarefs: the simulator's float datarefs, in table order, as many times
+// as it takes to make 2,700 reads.
+std::vector<std::string> FrameNames() {
+    std::ifstream table(VORLITH_DATAREFS_TSV);
+    std::vector<std::string> floats;
+    std::string line;
+    std::getline(table, line);
+    while (std::getline(table, line)) {
+        std::istringstream fields(line);
+        std::string name, type;
+        std::getline(fields, name, '\t');
+        std::getline(fields, type, '\t');
+        if (type == "float") floats.push_back(name);
+    }
+    std::vector<std::string> names;
+    for (std::size_t i = 0; !floats.empty() && names.size() < kFrameReads; ++i)
+        names.push_back(floats[i % floats.size()]);
+    return names;
 }
+
+// The floor of a binding: the cheapest C built-in Python can call with one argument.
+PyObject* NoOp(PyObject*, PyObject*) { Py_RETURN_NONE; }
 PyMethodDef kFloorMethods[] = {
-    {"parse_one", ParseOne, METH_VARARGS, "Parses one argument."},
+    {"noop", NoOp, METH_O, "Does nothing."},
     {nullptr, nullptr, 0, nullptr},
 };
 
@@ -98,6 +134,16 @@ struct Session {
         }
         loop = PyObject_GetAttrString(script, "Loop");
         cell = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, loop, nullptr);
+        PyObject* names = PyList_New(0);
+        for (const std::string& name : FrameNames()) {
+            PyObject* text = VL_TextFromString(name.c_str());
+            PyList_Append(names, text);
+            Py_DECREF(text);
+        }
+        PyObject* found = PyObject_CallMethod(script, "FindFrame", "(O)", names);
+        if (!found) PyErr_Print();
+        Py_XDECREF(found);
+        Py_DECREF(names);
     }
     ~Session() {
         {
@@ -191,31 +237,34 @@ void RunPythonLoop(benchmark::State& state, const char* method) {
     Py_DECREF(run);
 }
 void BM_GetDatafFromPython(benchmark::State& state) { RunPythonLoop(state, "GetDataf"); }
-void BM_ParseOneFromPython(benchmark::State& state) { RunPythonLoop(state, "Floor"); }
+void BM_NoOpFromPython(benchmark::State& state) { RunPythonLoop(state, "Floor"); }
 BENCHMARK(BM_GetDatafFromPython);
-BENCHMARK(BM_ParseOneFromPython);
+BENCHMARK(BM_NoOpFromPython);
 
 // The ratios themselves, with measured and floor run in alternating chunks of the same
-// iteration, so that a busy machine slows both alike. Counters: nanoseconds per call and
-// their ratio.
+// iteration, each timed by the thread's own CPU clock, so that a busy machine slows
+// neither. Counters: nanoseconds per call and their ratio.
+double ThreadNanoseconds() {
+    timespec now;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
 template <typename Measured, typename Floor>
 void Alternate(benchmark::State& state, int chunk, Measured measured, Floor floor) {
-    using Clock = std::chrono::steady_clock;
-    Clock::duration measuredTime{}, floorTime{};
+    double measuredTime = 0, floorTime = 0;
     for (auto _ : state) {
-        auto start = Clock::now();
+        double start = ThreadNanoseconds();
         measured();
-        auto middle = Clock::now();
+        double middle = ThreadNanoseconds();
         floor();
         measuredTime += middle - start;
-        floorTime += Clock::now() - middle;
+        floorTime += ThreadNanoseconds() - middle;
     }
     double calls = static_cast<double>(state.iterations()) * chunk;
-    double measuredNs = std::chrono::duration<double, std::nano>(measuredTime).count() / calls;
-    double floorNs = std::chrono::duration<double, std::nano>(floorTime).count() / calls;
-    state.counters["measured_ns"] = measuredNs;
-    state.counters["floor_ns"] = floorNs;
-    state.counters["ratio"] = measuredNs / floorNs;
+    state.counters["measured_ns"] = measuredTime / calls;
+    state.counters["floor_ns"] = floorTime / calls;
+    state.counters["ratio"] = measuredTime / floorTime;
 }
 
 void BM_FlightLoopRatio(benchmark::State& state) {
@@ -264,6 +313,95 @@ void BM_GetDatafRatio(benchmark::State& state) {
     Py_DECREF(getData);
 }
 BENCHMARK(BM_GetDatafRatio);
+
+// (c) A frame of 2,700 XPLMGetDataf reads against the same loop calling the no-op;
+// counters per read.
+void BM_FrameRatio(benchmark::State& state) {
+    PythonGuard guard;
+    PyObject* frame = PyObject_GetAttrString(session().script, "Frame");
+    PyObject* floor = PyObject_GetAttrString(session().script, "FrameFloor");
+    PyObject* args = Py_BuildValue("(i)", 0);
+    auto run = [&](PyObject* method) {
+        PyObject* result = PyObject_Call(method, args, nullptr);
+        if (!result) PyErr_Print();
+        Py_XDECREF(result);
+    };
+    Alternate(state, kFrameReads, [&] { run(frame); }, [&] { run(floor); });
+    Py_DECREF(args);
+    Py_DECREF(floor);
+    Py_DECREF(frame);
+}
+BENCHMARK(BM_FrameRatio);
+
+// (a) What a minimal hand-written trampoline does: box the same fresh arguments, call
+// the same bound method, convert its float; the caller holds the interpreter.
+float MinimalTrampoline(float sinceLastCall, float sinceLastLoop, int counter, PyObject* loop) {
+    PyObject* args[5] = {nullptr, PyFloat_FromDouble(sinceLastCall),
+                         PyFloat_FromDouble(sinceLastLoop), VL_IntFromLong(counter), Py_None};
+    Py_INCREF(Py_None);
+    PyObject* result = VL_CallWithArguments(loop, args + 1, 4);
+    for (int i = 1; i < 5; ++i) Py_DECREF(args[i]);
+    float value = result ? static_cast<float>(PyFloat_AsDouble(result)) : 1.0f;
+    Py_XDECREF(result);
+    return value;
+}
+
+// The dispatch as the simulator calls it (no lock held between calls), against the
+// minimal trampoline holding the lock for its whole chunk.
+void BM_FlightLoopVsMinimalTrampoline(benchmark::State& state) {
+    constexpr int kChunk = 256;
+    void* cell = session().cell;
+    PyObject* loop = session().loop;
+    int counter = 0;
+    Alternate(state, kChunk,
+              [&] {
+                  for (int i = 0; i < kChunk; ++i)
+                      benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+              },
+              [&] {
+                  PythonGuard guard;
+                  for (int i = 0; i < kChunk; ++i)
+                      benchmark::DoNotOptimize(MinimalTrampoline(0.5f, 0.25f, ++counter, loop));
+              });
+}
+BENCHMARK(BM_FlightLoopVsMinimalTrampoline);
+
+// (d) N scripts, each with one flight loop, all dispatched once per iteration: the cost
+// per dispatch must not grow with N (the scripts come last in the table, after the one
+// that loaded).
+void BM_DispatchScaling(benchmark::State& state) {
+    const int scripts = static_cast<int>(state.range(0));
+    std::vector<PyObject*> ids;
+    std::vector<_CallbackList*> cells;
+    {
+        PythonGuard guard;
+        PyObject* type = PyObject_Type(session().script);
+        for (int i = 0; i < scripts; ++i) {
+            PyObject* id = PyObject_CallObject(type, nullptr);
+            VLTestTable->AddScriptId(id, ("VL_Scale" + std::to_string(i)).c_str(), VL_StandardScript);
+            PyObject* loop = PyObject_GetAttrString(id, "Loop");
+            cells.push_back(VLTestTable->AddCallback(FlightLoopCallbackList, id, nullptr, loop, nullptr));
+            Py_DECREF(loop);
+            ids.push_back(id);
+        }
+        Py_DECREF(type);
+    }
+    int counter = 0;
+    for (auto _ : state)
+        for (_CallbackList* cell : cells)
+            benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+    state.SetItemsProcessed(state.iterations() * scripts);
+    state.counters["ns_per_dispatch"] = benchmark::Counter(
+        static_cast<double>(state.iterations()) * scripts,
+        benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    PythonGuard guard;
+    for (_CallbackList* cell : cells) VLTestTable->DeleteCallback(FlightLoopCallbackList, cell, -1);
+    for (PyObject* id : ids) {
+        VLTestTable->RemoveScriptId(id, VL_StandardScript);
+        Py_DECREF(id);
+    }
+}
+BENCHMARK(BM_DispatchScaling)->Arg(1)->Arg(10)->Arg(100)->Arg(256);
 
 }  // namespace
 

@@ -26,11 +26,6 @@ struct VL_CallbackKind {
     const char* failedLine = nullptr;  // logged after the traceback, when set
 };
 
-// A script's own reference value as the callable gets it back.
-inline PyObject* VL_RefconObject(const _CallbackListEntry* record) {
-    return VL_IntFromLong(static_cast<long>(reinterpret_cast<std::intptr_t>(record->refcon)));
-}
-
 // The arguments of a call, each C value made into its Python object as Py_BuildValue's
 // format would ("f"/"d" a float, "i"/"b"/"l" an int, "O" the object itself, "N" a new
 // object taken over), without a format string parsed or a tuple made on every call.
@@ -146,12 +141,8 @@ template <typename R, typename Build, typename Convert>
 R VL_CallUser(const VL_CallbackKind<R>& kind, const _CallbackListEntry* record, Build&& build,
               Convert&& convert) {
     if (!VL_IsRecordActive(record)) return kind.inactive;
-    return VL_CallPython(kind, record->callable, [&] {
-        PyObject* refcon = VL_RefconObject(record);  // null fails the arguments
-        auto args = build(refcon);
-        Py_XDECREF(refcon);
-        return args;
-    }, convert);
+    return VL_CallPython(kind, record->callable, [&] { return build(record->refconObject); },
+                         convert);
 }
 
 }  // namespace vorlith

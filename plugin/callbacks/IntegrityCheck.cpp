@@ -10,20 +10,19 @@ namespace vorlith {
 namespace {
 
 // Runs after Py_Finalize: the script ids are only compared, never used as objects.
-// A record of an earlier interpreter names no script of this table.
-void WriteRecordScript(PyObject* scriptId, unsigned generation) {
-    if (scriptId) WriteScriptInfo(generation == VL_CallbackGeneration() ? scriptId : nullptr);
+// Every record still listed belongs to the interpreter that just stopped.
+void WriteRecordScript(PyObject* scriptId) {
+    if (scriptId) WriteScriptInfo(scriptId);
 }
 
-// The records stay reachable through their cells, which the SDK may still call: they are
-// abandoned, not freed, and their generation keeps them from ever being called again.
+// The SDK may still call the cells: they are emptied, never reused, and lead nowhere.
 void CheckList(const char* name, VL_CallbackListType& list) {
     if (list.empty()) return;
     VL_WriteToLogf("%s size = %d\n", name, static_cast<int>(list.size()));
     for (_CallbackList* cell : list)
-        if (cell->record) WriteRecordScript(cell->record->scriptId, cell->record->generation);
+        if (cell->record) WriteRecordScript(cell->record->scriptId);
     VL_WriteToLog("Mismatch of callback creation and destruction.\n");
-    list.clear();
+    VL_ReleaseCallbackList(list);
 }
 
 void CheckMemoryList(const char* name, const VL_CallbackBlockList& list) {
@@ -77,12 +76,12 @@ VL_LIST_CHECK(Error)
 #undef VL_MEMORY_LIST_CHECK
 
 // Widget records are found by widget, never through a pointer the SDK keeps, so they
-// can be freed; their Python objects died with the interpreter and are left alone.
+// can be freed; their Python objects were given back before Py_Finalize.
 void VL_CheckWidgetCallbacks() {
     if (WidgetCallbackList.empty()) return;
     VL_WriteToLogf("WidgetCallbackList size = %d\n", static_cast<int>(WidgetCallbackList.size()));
     for (_WidgetCallbackListEntry* record : WidgetCallbackList)
-        WriteRecordScript(record->scriptId, record->generation);
+        WriteRecordScript(record->scriptId);
     VL_WriteToLog("Mismatch of callback creation and destruction.\n");
     for (_WidgetCallbackListEntry* record : WidgetCallbackList) delete record;
     WidgetCallbackList.clear();

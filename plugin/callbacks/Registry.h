@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "core/ScriptTable.h"
@@ -11,24 +12,27 @@
 
 namespace vorlith {
 
-// A record owns one reference on its script id and one on its callable: a script that
-// passes a bound method made at the call (self.Loop instead of a stored attribute) would
-// otherwise leave a dangling pointer behind for the next dispatch. Matching stays by
-// identity, so such a script still cannot unregister it with another fresh method.
-// `generation` is the interpreter the objects belong to; a record of an earlier
-// interpreter (left behind over a Reload) is never called, matched or released, even if
-// a new object now lives at the old address.
+// A record owns one reference on its script id, its callable and the Python integer of
+// its reference value (made once, handed to every call): a script that passes a bound
+// method made at the call (self.Loop instead of a stored attribute) would otherwise leave
+// a dangling pointer behind for the next dispatch. Matching stays by identity, so such a
+// script still cannot unregister it with another fresh method. `generation` is the
+// interpreter the objects belong to: at its stop the records retire (never called or
+// matched again), give their objects back before Py_Finalize, and are freed after it.
 struct _CallbackListEntry {
     PyObject* scriptId;
     void* handle;         // what the SDK returned for this registration, 0 until known
     PyObject* callable;
     void* refcon;         // the script's own reference value, an integer
     unsigned generation;
+    VL_FoundBy foundBy;
+    PyObject* refconObject;        // refcon as the callable gets it; owned
+    VL_ScriptStatusRef status;     // the script's enabled status, read at every dispatch
 };
 
-// The SDK's reference value. A cell lives until the plug-in is unloaded, even after its
-// record was deleted: a registration whose record was matched by another handle (the
-// same callable registered twice) may still be called with it, and then finds no record.
+// The SDK's reference value. A cell whose record was deleted after its SDK registration
+// was removed may serve a later registration; one whose registration may still be known
+// to the SDK (left at a stop) is never reused and leads nowhere.
 struct _CallbackList {
     _CallbackListEntry* record;
 };
@@ -57,12 +61,28 @@ using VL_CallbackBlockList = std::vector<VL_CallbackBlock*>;
 // --- the interpreter generation ---
 // Starts a new interpreter's records; called once per start before any script loads.
 void VL_StartCallbackGeneration();
-unsigned VL_CallbackGeneration();
+namespace detail {
+extern unsigned gCallbackGeneration;
+extern std::uintptr_t gCellsBegin, gCellsEnd;  // the cells handed out so far
+}
+inline unsigned VL_CallbackGeneration() { return detail::gCallbackGeneration; }
+
+// --- an interpreter's stop ---
+// Before Py_Finalize, holding the interpreter: every record of the stopping interpreter
+// retires (never called or matched again) and gives back its Python objects. The lists
+// keep the records for the integrity check.
+void VL_RetireCallbacks();
+// After Py_Finalize and the integrity check: every list is emptied and its records freed.
+// Cells and blocks the SDK may still hold lead nowhere and are never reused.
+void VL_ReleaseCallbacks();
+// The same for one list (the integrity check empties each list it reports).
+void VL_ReleaseCallbackList(VL_CallbackListType& list);
 
 // --- cells and blocks as reference values come back from the SDK ---
 // The record behind a reference value the SDK handed back, or null when the value is not
-// one of our cells or its record is gone. Never reads memory that is not ours.
-_CallbackListEntry* VL_RecordFromCell(void* refcon);
+// one of our cells or its record is gone. Never reads memory that is not ours; constant
+// time whatever the number of cells.
+inline _CallbackListEntry* VL_RecordFromCell(void* refcon);
 bool VL_IsOwnCell(const void* pointer);
 // The record in slot `slot` (0-based) of the block behind a reference value, or null.
 _CallbackListEntry* VL_RecordFromBlock(void* refcon, int slot);
@@ -71,8 +91,17 @@ bool VL_IsOwnBlock(const void* pointer);
 // True when a record of `scriptId` made under `generation` may be called now: it belongs
 // to the running interpreter and its script is in the script table and enabled.
 bool VL_IsScriptActive(PyObject* scriptId, unsigned generation);
+// The same for a callback record, without a search: its own status and generation.
 inline bool VL_IsRecordActive(const _CallbackListEntry* record) {
-    return record && VL_IsScriptActive(record->scriptId, record->generation);
+    return record && record->status->enabled && record->generation == VL_CallbackGeneration();
+}
+
+inline _CallbackListEntry* VL_RecordFromCell(void* refcon) {
+    auto address = reinterpret_cast<std::uintptr_t>(refcon);
+    if (address < detail::gCellsBegin || address >= detail::gCellsEnd ||
+        (address - detail::gCellsBegin) % sizeof(_CallbackList) != 0)
+        return nullptr;
+    return static_cast<_CallbackList*>(refcon)->record;
 }
 
 // --- blocks ---

@@ -241,17 +241,30 @@ void StopPython(int disableScripts) {
             if (disableScripts == 1) CallXPluginDisable(scriptId, 0);
             CallXPluginStop(scriptId, 0);
         }
+        // What scripts left registered gives its objects back while their destructors
+        // can still print to the log.
+        VL_RetireCallbacks();
         VL_RunPythonText("import sys\n"
                          "sys.stdout = sys.__stdout__\n"
                          "sys.stderr = sys.__stderr__\n");
         threadsEnded = VL_EndScriptThreads();
         // A kept interpreter: the next start imports the scripts afresh all the same.
         if (!threadsEnded) VL_ForgetScriptModules();
+        // Python 2's Py_Finalize prints an error of sys.exitfunc (atexit's handlers) with
+        // PyErr_Print, which ends the process on SystemExit: they run here instead, at the
+        // same point of the stop (after the threads), their errors printed safely.
+        if (threadsEnded)
+            VL_RunPythonText("import sys\n"
+                             "if hasattr(sys, 'exitfunc'):\n"
+                             "    _vl_exitfunc = sys.exitfunc\n"
+                             "    del sys.exitfunc\n"
+                             "    _vl_exitfunc()\n");
     }
     VL_WriteToLog("Before Py_Finalize()\n");
     if (threadsEnded) PythonGuard::finalize();
     VL_WriteToLog("After Py_Finalize()\n");
     if (gVL_CheckCallbacks) VL_CheckAllCallbacks();
+    VL_ReleaseCallbacks();
     VLTestTable->ClearScriptTable();
     VL_UnshareVirtualCameraData();
     VL_WriteToLog("--- LOGGING STOPPED ---\n\n");

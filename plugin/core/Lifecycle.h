@@ -26,8 +26,11 @@ int CallXPluginReceiveMessage(PyObject* scriptId, int from, int message, void* p
 int CallScriptReceiveMessage(PyObject* receiver, PyObject* sender, long message, PyObject* parameter);
 
 // Defined with the callback lists (callbacks/): the SDK's error callback, which hands the
-// message to every script's error callback, and the check of every list at stop.
+// message to every script's error callback, the check of every list at stop, and the
+// release of the records a stopping interpreter left (before and after Py_Finalize).
 void VL_ErrorCallback(const char* message);
 void VL_CheckAllCallbacks();
+void VL_RetireCallbacks();
+void VL_ReleaseCallbacks();
 
 }  // namespace vorlith

@@ -8,6 +8,8 @@ namespace vorlith {
 
 int PythonGuard::depth_ = 0;
 PyThreadState* PythonGuard::released_ = nullptr;
+bool PythonGuard::running_ = false;
+PyInterpreterState* PythonGuard::interpreter_ = nullptr;
 
 namespace {
 
@@ -22,6 +24,8 @@ float VL_PassLockOnLoop(float, float, int, void*) {
 }  // namespace
 
 void PythonGuard::releaseAfterStart() {
+    running_ = Py_IsInitialized() != 0;
+    interpreter_ = running_ ? PyInterpreterState_Head() : nullptr;
     if (depth_ == 0 && !released_ && Py_IsInitialized()) released_ = PyEval_SaveThread();
     XPLMRegisterFlightLoopCallback(VL_PassLockOnLoop, -1.0f, nullptr);
 }
@@ -34,6 +38,7 @@ void PythonGuard::finalize() {
         PyEval_RestoreThread(released_);
         released_ = nullptr;
     }
+    running_ = false;
     Py_Finalize();
 }
 

@@ -20,7 +20,7 @@ public:
         // A stop inside the guard finalised the interpreter: there is no lock to give back.
         // With no other thread to run, giving the lock back and taking it again on the next
         // call costs more than the call itself: the simulator's thread keeps it instead.
-        if (--depth_ == 0 && Py_IsInitialized() && OtherThreadsExist())
+        if (--depth_ == 0 && running_ && OtherThreadsExist())
             released_ = PyEval_SaveThread();
     }
     PythonGuard(const PythonGuard&) = delete;
@@ -40,15 +40,17 @@ private:
     // Python with PyGILState_Ensure. Read while holding the lock. Such a C thread, when it
     // is the first other thread, waits for the end of the simulator's next call into Python,
     // at most a frame: releaseAfterStart registers a flight loop that passes through here.
+    // The interpreter is the one kept at start; a new thread's state goes to the head of
+    // its list, so the simulator's thread is alone when it is the list's only state.
     static bool OtherThreadsExist() {
-        PyInterpreterState* interp = PyInterpreterState_Head();
-        if (!interp || PyInterpreterState_Next(interp)) return true;
-        PyThreadState* head = PyInterpreterState_ThreadHead(interp);
+        PyThreadState* head = PyInterpreterState_ThreadHead(interpreter_);
         return !head || PyThreadState_Next(head);
     }
 
     static int depth_;
     static PyThreadState* released_;
+    static bool running_;  // the interpreter is initialised: kept here, asked on every call
+    static PyInterpreterState* interpreter_;
 };
 
 }  // namespace vorlith

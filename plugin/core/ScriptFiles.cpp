@@ -13,22 +13,32 @@
 
 namespace vorlith {
 
+// The listing is read page by page (the SDK's first-index argument), so that neither
+// the 4096-byte name buffer nor compiled files beside the sources push scripts out.
 int GetScriptFiles(const char* folder) {
     static char names[4096];
     static char* indices[4096];
-    int total = 0;
-    int returned = 0;
-    std::memset(names, 0, sizeof names);
-    std::memset(indices, 0, sizeof indices);
-    XPLMGetDirectoryContents(folder, 0, names, sizeof names, indices, 4096, &total, &returned);
-
     std::vector<std::string> files;
-    for (int i = 0; i < returned && i < 4096 && indices[i]; ++i) files.emplace_back(indices[i]);
+    int total = 0;
+    while (true) {
+        int returned = 0;
+        std::memset(names, 0, sizeof names);
+        std::memset(indices, 0, sizeof indices);
+        XPLMGetDirectoryContents(folder, static_cast<int>(files.size()), names, sizeof names, indices,
+                                 4096, &total, &returned);
+        for (int i = 0; i < returned && i < 4096 && indices[i]; ++i) files.emplace_back(indices[i]);
+        // No progress (a name that fits no buffer) ends the listing rather than looping.
+        if (returned <= 0 || static_cast<int>(files.size()) >= total) break;
+    }
 
     std::memset(TestText, 0, sizeof TestText);
-    std::vector<std::string> modules = VL_SelectScriptNames(files);
+    int leftOut = 0;
+    std::vector<std::string> modules = VL_SelectScriptNames(files, &leftOut);
     int count = 0;
     for (const std::string& module : modules) VL_CopyText(TestText[count++], module);
+    if (leftOut > 0)
+        VL_WriteToLogf("%d script files left out: at most %d scripts are loaded\n", leftOut,
+                       kVL_MaxScriptFiles);
     return count;
 }
 

@@ -23,17 +23,17 @@ void Take(std::vector<std::string>& names, const std::string& file, std::size_t 
 
 }  // namespace
 
-std::vector<std::string> VL_SelectScriptNames(const std::vector<std::string>& files) {
+// Every script is selected, then the list is cut at the bound: the first 256 are those
+// a listing that stops at the bound would take.
+std::vector<std::string> VL_SelectScriptNames(const std::vector<std::string>& files, int* leftOut) {
     std::vector<std::string> names;
     const std::size_t limit = static_cast<std::size_t>(kVL_MaxScriptFiles);
     for (const std::string& file : files) {
-        if (names.size() == limit) return names;
         std::size_t dot = file.rfind('.');
         if (dot != std::string::npos && file.compare(dot, std::string::npos, ".py") == 0 && HasMarker(file))
             Take(names, file, dot);
     }
     for (const std::string& file : files) {
-        if (names.size() == limit) return names;
         std::size_t dot = file.find('.');
         if (dot == std::string::npos || file.compare(dot, std::string::npos, ".pyc") != 0 || !HasMarker(file))
             continue;
@@ -41,6 +41,11 @@ std::vector<std::string> VL_SelectScriptNames(const std::vector<std::string>& fi
         for (const std::string& name : names)
             if (file.find(name) != std::string::npos) listed = true;
         if (!listed) Take(names, file, dot);
+    }
+    if (leftOut) *leftOut = 0;
+    if (names.size() > limit) {
+        if (leftOut) *leftOut = static_cast<int>(names.size() - limit);
+        names.resize(limit);
     }
     return names;
 }

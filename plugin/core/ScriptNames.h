@@ -15,7 +15,8 @@ constexpr int kVL_MaxScriptNameLength = 255;  // bytes of one slot, less its ter
 extern char TestText[kVL_MaxScriptFiles][kVL_MaxScriptNameLength + 1];
 
 // Module names for the directory entries `files`, in listing order, at most 256 of
-// at most 255 bytes.
-std::vector<std::string> VL_SelectScriptNames(const std::vector<std::string>& files);
+// at most 255 bytes; `leftOut` (when given) receives how many scripts the bound kept out.
+std::vector<std::string> VL_SelectScriptNames(const std::vector<std::string>& files,
+                                              int* leftOut = nullptr);
 
 }  // namespace vorlith

@@ -27,10 +27,25 @@ const _VL_ScriptEntry* VL_ScriptTable::FindEntry(PyObject* scriptId) const {
     return const_cast<VL_ScriptTable*>(this)->FindEntry(scriptId);
 }
 
+VL_ScriptStatusRef VL_ScriptTable::StatusOf(PyObject* scriptId) {
+    if (_VL_ScriptEntry* entry = FindEntry(scriptId)) return entry->status;
+    VL_ScriptStatusRef& status = pending_[scriptId];
+    if (!status) status = std::make_shared<VL_ScriptStatus>();
+    return status;
+}
+
 void VL_ScriptTable::AddScriptId(PyObject* scriptId, const char* moduleName, TypeOfScript type) {
     if (FindEntry(scriptId)) return;
     _VL_ScriptEntry entry;
     entry.scriptId = scriptId;
+    auto pending = pending_.find(scriptId);
+    if (pending != pending_.end()) {
+        entry.status = pending->second;
+        pending_.erase(pending);
+    } else {
+        entry.status = std::make_shared<VL_ScriptStatus>();
+    }
+    entry.status->enabled = 1;
     entry.moduleName = OrEmpty(moduleName);
     entry.type = type;
     entry.featureEnables.assign(static_cast<std::size_t>(numberOfFeatures_ > 0 ? numberOfFeatures_ : 0), 0);
@@ -40,13 +55,18 @@ void VL_ScriptTable::AddScriptId(PyObject* scriptId, const char* moduleName, Typ
 void VL_ScriptTable::RemoveScriptId(PyObject* scriptId, TypeOfScript type) {
     for (auto it = scripts_.begin(); it != scripts_.end(); ++it) {
         if (it->scriptId == scriptId && it->type == type) {
+            it->status->enabled = 0;
             scripts_.erase(it);
             return;
         }
     }
 }
 
-void VL_ScriptTable::ClearScriptTable() { scripts_.clear(); }
+void VL_ScriptTable::ClearScriptTable() {
+    for (_VL_ScriptEntry& entry : scripts_) entry.status->enabled = 0;
+    scripts_.clear();
+    pending_.clear();
+}
 
 int VL_ScriptTable::GetScriptTableSize() const { return static_cast<int>(scripts_.size()); }
 
@@ -57,7 +77,13 @@ PyObject* VL_ScriptTable::GetScriptId(int index) const {
 
 void VL_ScriptTable::SetScriptId(int index, PyObject* scriptId) {
     if (index < 0 || index >= GetScriptTableSize()) return;
-    scripts_[static_cast<std::size_t>(index)].scriptId = scriptId;
+    // Records of the old id must not follow the entry to the new one.
+    _VL_ScriptEntry& entry = scripts_[static_cast<std::size_t>(index)];
+    int enabled = entry.status->enabled;
+    entry.status->enabled = 0;
+    entry.status = std::make_shared<VL_ScriptStatus>();
+    entry.status->enabled = enabled;
+    entry.scriptId = scriptId;
 }
 
 const char* VL_ScriptTable::GetScriptName(int index) const {
@@ -72,14 +98,14 @@ int VL_ScriptTable::GetScriptType(PyObject* scriptId) const {
 
 int VL_ScriptTable::GetScriptEnabledStatus(PyObject* scriptId) const {
     const _VL_ScriptEntry* entry = FindEntry(scriptId);
-    return entry ? entry->enabledStatus : 0;
+    return entry ? entry->status->enabled : 0;
 }
 
 int VL_ScriptTable::SetScriptEnabledStatus(PyObject* scriptId, int status) {
     _VL_ScriptEntry* entry = FindEntry(scriptId);
     if (!entry) return 0;
-    int previous = entry->enabledStatus;
-    entry->enabledStatus = status;
+    int previous = entry->status->enabled;
+    entry->status->enabled = status;
     return previous;
 }
 

@@ -3,7 +3,9 @@
 // simulator's feature list and the interpreter's run state. One instance: VLTestTable.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/PythonCompat.h"
@@ -13,9 +15,17 @@ namespace vorlith {
 // The kind of a loaded script; scripts found in the scripts folder are the only kind.
 enum TypeOfScript { VL_NoScript = 0, VL_StandardScript = 1 };
 
+// Whether a script may be called, where a callback record reaches it without a search:
+// the table's entry and the script's records share it. 0 once the script is disabled
+// or leaves the table.
+struct VL_ScriptStatus {
+    int enabled = 0;
+};
+using VL_ScriptStatusRef = std::shared_ptr<VL_ScriptStatus>;
+
 struct _VL_ScriptEntry {
     PyObject* scriptId = nullptr;  // holds the reference taken when the instance was made
-    int enabledStatus = 1;
+    VL_ScriptStatusRef status;     // the enabled status: 1 when the entry is added
     std::string moduleName;
     std::string name;
     std::string signature;
@@ -30,6 +40,12 @@ struct _VL_FeaturesListEntry {
 };
 
 // The callback registry's types (callbacks/Registry.h).
+// Which find may match a record, as the SDK tells its registrations apart: by a handle
+// it returned (windows, hot keys, menus, created flight loops, data accessors, the
+// camera), or by the callback and its reference value (flight loops registered with
+// XPLMRegisterFlightLoopCallback, draw callbacks, key sniffers, commands...). Either is
+// for lists that hold one kind only.
+enum class VL_FoundBy { Either, Handle, Callable };
 struct _CallbackList;
 struct _WidgetCallbackListEntry;
 using VL_CallbackListType = std::vector<_CallbackList*>;
@@ -56,6 +72,9 @@ public:
     PyObject* GetScriptIdFromSignature(const char* signature) const;
     PyObject* GetScriptIdFromModuleName(const char* moduleName) const;
     const _VL_ScriptEntry* FindEntry(PyObject* scriptId) const;
+    // The status a callback record of scriptId keeps for its dispatch. A script not in
+    // the table yet (registering from its constructor) gets the one its entry will take.
+    VL_ScriptStatusRef StatusOf(PyObject* scriptId);
 
     // Fills the control panel's script popup text from the first `count` entries.
     void AddScriptsToWidgets(int count);
@@ -79,15 +98,27 @@ public:
     // A position is a record's index in its list; found is set to 1 or 0, and position
     // is left as it was when nothing matches. Finds see only the running interpreter's
     // records and compare Python objects by identity.
+    //
+    // A registration: holder = AddCallback(list, self, nullptr, callable, refcon[, foundBy]);
+    // hand the holder to the SDK; if the SDK returned a handle, UpdateCallback(list,
+    // holder, handle). A removal: FindCallback by callable and refcon, or by handle, as
+    // the SDK identifies the registration; unregister from the SDK; DeleteCallback.
+    // foundBy says which find may match the record (see VL_FoundBy); a record whose
+    // handle is stored with UpdateCallback is found by handle only.
     _CallbackList* AddCallback(VL_CallbackListType& list, PyObject* scriptId, void* handle,
-                               PyObject* callable, void* refcon);
+                               PyObject* callable, void* refcon,
+                               VL_FoundBy foundBy = VL_FoundBy::Either);
     _CallbackList* FindCallback(VL_CallbackListType& list, PyObject* scriptId, PyObject* callable,
                                 void* refcon, int& found, int& position);
+    // A null handle matches only records found by handle that have none (the camera's).
     _CallbackList* FindCallback(VL_CallbackListType& list, PyObject* scriptId, void* handle,
                                 int& found, int& position);
     _CallbackList* FindCallback(VL_CallbackListType& list, PyObject* callable, void* refcon,
                                 int& found, int& position, int unused);
-    // Writes handle into the first record of scriptId and callable.
+    // Stores the SDK's handle in the record the registration just made: the holder's.
+    void UpdateCallback(VL_CallbackListType& list, _CallbackList* holder, void* handle);
+    // The same for a caller that kept no holder: the newest record of scriptId and
+    // callable, which is the one just made even when the callable serves other records.
     void UpdateCallback(VL_CallbackListType& list, PyObject* scriptId, PyObject* callable,
                         void* handle);
     void DeleteCallback(VL_CallbackListType& list, _CallbackList* holder, int position);
@@ -114,6 +145,8 @@ private:
     int pythonRunState_ = 0;
     int numberOfFeatures_ = 0;
     std::vector<_VL_FeaturesListEntry> features_;
+    // Statuses handed out for scripts not in the table yet, until their entry takes them.
+    std::unordered_map<PyObject*, VL_ScriptStatusRef> pending_;
 };
 
 // The one table, from XPluginStart to XPluginStop.

@@ -13,9 +13,9 @@ void VL_RegisterModules() {
         initXPLMDefs,
         initXPLMCamera,
         initXPLMDataAccess,
-        // XPLMDisplay
+        initXPLMDisplay,
         initXPLMGraphics,
-        // XPLMMenus
+        initXPLMMenus,
         initXPLMNavigation,
         initXPLMProcessing,
         initXPLMUtilities,

@@ -10,6 +10,8 @@ void VL_RegisterModules();
 
 void initXPLMDefs();
 void initXPLMDataAccess();
+void initXPLMDisplay();
+void initXPLMMenus();
 void initXPLMProcessing();
 void initXPLMGraphics();
 void initXPLMCamera();

@@ -9,7 +9,7 @@ rm -rf "$root"
 mkdir -p "$root/Resources/plugins/Vorlith/64" "$root/Resources/plugins/PythonScripts"
 cp "$plugin" "$root/Resources/plugins/Vorlith/64/lin.xpl"
 cp "$script" "$root/Resources/plugins/PythonScripts/VL_Fuzz.py"
-export VORLITH_FUZZ_SEED=$seed
+export VORLITH_FUZZ_SEED=$seed PYTHONHASHSEED=0
 # Python's own allocations may fail (a MemoryError is a valid answer); leaks are not
 # this run's concern.
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0:allocator_may_return_null=1:abort_on_error=0}

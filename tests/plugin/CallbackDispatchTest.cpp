@@ -306,13 +306,15 @@ TEST_F(CallbackDispatchTest, ErrorCallbacksAreCalledInOrderEachOnItsOwn) {
     EXPECT_EQ(CountOf(Log(), "Cannot find method CommandCallback\n"), 1);
 }
 
-TEST_F(CallbackDispatchTest, FindsMatchByIdentityAndUpdatesGoToTheFirstRecord) {
+TEST_F(CallbackDispatchTest, FindsMatchByIdentityAndEachRegistrationKeepsItsOwnHandle) {
     PyObject* first = Method("Record");
     PyObject* second = Method("Record");  // equal, but another object
     ASSERT_NE(first, second);
     const int base = static_cast<int>(FlightLoopCallbackList.size());  // earlier tests' records
     _CallbackList* a = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, first, Pointer(1));
     _CallbackList* b = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, first, Pointer(2));
+    _CallbackList* legacy = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, first, Pointer(3),
+                                                     VL_FoundBy::Callable);
     int found = -1, position = -1;
     EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, second, Pointer(1), found, position), nullptr);
     EXPECT_EQ(found, 0);
@@ -320,18 +322,29 @@ TEST_F(CallbackDispatchTest, FindsMatchByIdentityAndUpdatesGoToTheFirstRecord) {
     EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, first, Pointer(2), found, position), b);
     EXPECT_EQ(position, base + 1);
     EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, first, Pointer(1), found, position, 0), a);
-    // Both records have the same script and callable: the handle goes to the first.
-    VLTestTable->UpdateCallback(FlightLoopCallbackList, script, first, Pointer(99));
-    VLTestTable->UpdateCallback(FlightLoopCallbackList, script, first, Pointer(98));
-    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, Pointer(98), found, position), a);
-    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, Pointer(99), found, position), nullptr);
-    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, Pointer(0), found, position), b);
+    // Each registration's handle goes to its own record, by holder or as the newest one.
+    VLTestTable->UpdateCallback(FlightLoopCallbackList, a, Pointer(99));
+    _CallbackList* c = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, first, Pointer(5));
+    VLTestTable->UpdateCallback(FlightLoopCallbackList, script, first, Pointer(97));  // the newest: c
+    VLTestTable->UpdateCallback(FlightLoopCallbackList, b, Pointer(98));
+    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, Pointer(99), found, position), a);
+    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, Pointer(98), found, position), b);
+    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, Pointer(97), found, position), c);
+    // A record found by its handle is no longer found by callable, and the reverse.
+    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, first, Pointer(2), found, position), nullptr);
+    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, first, Pointer(3), found, position), legacy);
+    _CallbackList* camera = VLTestTable->AddCallback(CameraCallbackList, script, nullptr, first, Pointer(4));
+    VLTestTable->DeleteCallback(FlightLoopCallbackList, legacy, position);
+    legacy = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, first, Pointer(3), VL_FoundBy::Callable);
+    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, nullptr, found, position), nullptr);
+    EXPECT_EQ(VLTestTable->FindCallback(CameraCallbackList, script, nullptr, found, position), camera);
+    VLTestTable->DeleteCallback(CameraCallbackList, camera, position);
 
     // Deleting gives up the record's reference and leaves its cell leading nowhere.
     Py_ssize_t references = Py_REFCNT(first);
     VLTestTable->DeleteCallback(FlightLoopCallbackList, a, base);
     EXPECT_EQ(Py_REFCNT(first), references - 1);
-    EXPECT_EQ(FlightLoopCallbackList.size(), static_cast<std::size_t>(base) + 1);
+    EXPECT_EQ(FlightLoopCallbackList.size(), static_cast<std::size_t>(base) + 3);
     EXPECT_EQ(CallUserFlightLoopCallback(0, 0, 1, a), 1.0f);
     EXPECT_EQ(LastCall(), "");
     Py_DECREF(first);
@@ -355,25 +368,33 @@ TEST_F(CallbackDispatchTest, ReferenceValuesThatAreNotOursAreNeverFollowed) {
     EXPECT_FALSE(VL_IsOwnBlock(cell));
 }
 
-TEST_F(CallbackDispatchTest, RecordsOfAnEarlierInterpreterAreNeverCalledNorMatched) {
-    _CallbackList* cell = Cell(FlightLoopCallbackList, "Record");
-    unsigned generation = VL_CallbackGeneration();
-    Restart();  // a Reload without DEBUG:CheckCallbacks leaves the record in its list
-    EXPECT_EQ(VL_CallbackGeneration(), generation + 1);
-    ASSERT_EQ(FlightLoopCallbackList.back(), cell);
-
-    // Even when a new object sits where the old script was, the record is skipped.
-    PyObject* record = Method("Record");
-    cell->record->scriptId = script;
-    cell->record->callable = record;
+// A Reload without DEBUG:CheckCallbacks: what the script left is given back before the
+// interpreter ends (its destructor still prints), no list keeps it, its cells lead nowhere.
+TEST_F(CallbackDispatchTest, AStopReleasesWhatScriptsLeftAndItsCellsLeadNowhere) {
+    ASSERT_EQ(PyRun_SimpleString("from __future__ import print_function\n"
+                                 "class Probe(object):\n"
+                                 "    def Loop(self, *args): return 1.0\n"
+                                 "    def __del__(self): print('probe released')\n"
+                                 "import VL_Dispatch\n"
+                                 "VL_Dispatch.probe = Probe().Loop\n"),
+              0);
+    PyObject* module = PyImport_ImportModule("VL_Dispatch");
+    PyObject* probe = PyObject_GetAttrString(module, "probe");
+    PyObject_DelAttrString(module, "probe");
+    Py_DECREF(module);
+    _CallbackList* cell = VLTestTable->AddCallback(FlightLoopCallbackList, script, nullptr, probe, Pointer(7));
+    VL_CallbackBlock* block = VL_AddCallbackBlock(GetDataMemoryPointerList);
+    block->cells[VL_FloatSlot] = Cell(GetDatafCallbackList, "Record");
+    Py_DECREF(probe);  // the record holds the last reference
+    Restart();
+    EXPECT_EQ(CountOf(ReadFile(Scripts() + "/VorlithOutput.txt"), "probe released\n"), 1);
+    EXPECT_TRUE(FlightLoopCallbackList.empty());
+    EXPECT_TRUE(GetDatafCallbackList.empty());
+    EXPECT_TRUE(GetDataMemoryPointerList.empty());
+    EXPECT_EQ(cell->record, nullptr);
     EXPECT_EQ(VL_FlightLoopCallback(0, 0, 1, cell), 1.0f);
+    EXPECT_EQ(VL_GetDataf_Callback(block), 0.0f);
     EXPECT_EQ(LastCall(), "");
-    int found = -1, position = -1;
-    EXPECT_EQ(VLTestTable->FindCallback(FlightLoopCallbackList, script, record, Pointer(7), found, position), nullptr);
-    EXPECT_EQ(found, 0);
-    Py_DECREF(record);
-    cell->record->scriptId = nullptr;  // the old objects are gone: nothing to report
-    cell->record->callable = nullptr;
 }
 
 }  // namespace

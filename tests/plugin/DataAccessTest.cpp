@@ -123,16 +123,28 @@ TEST_F(DataAccessTest, AccessorsServeTheirDatarefsFromPython) {
     EXPECT_EQ(CountOf(Log(), "Cannot find method"), 0) << Log();
 }
 
-TEST_F(DataAccessTest, ABoundMethodServingTwoDatarefsNeverCrashesOnRemoval) {
-    AddScript("VL_AccessorReuse.py");
+// One pair of bound methods serves three datarefs and one method two kinds of flight
+// loop: every registration is found and removed by its own call, a null handle names no
+// legacy flight loop, nothing is left at the stop, and a reload publishes them again.
+TEST_F(DataAccessTest, RegistrationsSharingACallableAreEachRemovedByTheirOwnCall) {
+    WriteIni("[DEBUG]\nCheckCallbacks = 1\n");
+    AddScript("VL_Reuse.py");
     StartSim();
-    RunSeconds(0.1);
+    RunSeconds(0.2);
+    xpsim::driver::reloadPlugins();
+    RunSeconds(0.2);
+    EXPECT_EQ(Dataref("vorlith/test/reuse3"), "3.5");
+    StopSim();
     std::string out = Output();
-    EXPECT_TRUE(Has(out, "first 6.5 second 6.5\n")) << out;
-    // The second registration's handle went into the first record, so removing the
-    // second dataref took the first one's getter with it: it reads the inactive 0.
-    EXPECT_TRUE(Has(out, "unregister second -> 1\nfirst after 0.0\nunregister first -> 1\n")) << out;
-    EXPECT_EQ(CountOf(Log(), "GetData List Empty Error"), 0) << Log();
+    const std::string run = "reads [1.5, 8.25, 3.5]\nunregister 2 -> 1\nafter [1.5, 0.0, 3.5]\ndestroy 0 -> 1\n";
+    EXPECT_EQ(CountOf(out, run), 2) << out;
+    EXPECT_EQ(CountOf(out, "unregister 1 -> 1\nunregister 3 -> 1\nlegacy ran True created ran True\n"), 2) << out;
+    std::string log = Log();
+    EXPECT_EQ(CountOf(log, "Module - XPLMProcessing, Function - XPLMDestroyFlightLoop, Error = Script "
+                           "'VL_Reuse.py' was unregistering a callback that does not exist.\n"), 2) << log;
+    EXPECT_EQ(CountOf(log, "*** Checking Integrity of Callbacks Started. ***\n"
+                           "*** Checking Integrity of Callbacks Finished. ***\n"), 2) << log;
+    EXPECT_EQ(CountOf(log, "Error"), 2) << log;
 }
 
 TEST_F(DataAccessTest, SharedDataNotifiesWhenAnotherPluginWrites) {

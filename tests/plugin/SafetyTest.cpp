@@ -64,5 +64,17 @@ TEST_F(PluginTest, HostileScriptsNeverTakeTheSimulatorDown) {
     EXPECT_EQ(CountOf(log, "Internal error"), 0) << log;
 }
 
+TEST_F(PluginTest, AnExitRequestFromAnAtexitHandlerDoesNotEndTheSimulator) {
+    WriteScript("VL_AtExit.py",
+                "import atexit, sys\n"
+                "atexit.register(sys.exit, 6)\n"
+                "class Vorlith:\n"
+                "    def XPluginStart(self):\n"
+                "        return 'At exit', 'vorlith.test.atexit', 'exits at exit'\n");
+    StartSim();
+    StopSim();
+    EXPECT_TRUE(Has(Log(), "After Py_Finalize()\n--- LOGGING STOPPED ---\n")) << Log();
+}
+
 }  // namespace
 }  // namespace vorlith::test

@@ -4,6 +4,7 @@
 
 #include "Harness.h"
 #include "XPLMDataAccess.h"
+#include "XPLMDefs.h"
 #include "driver.h"
 
 namespace vorlith::test {
@@ -37,35 +38,6 @@ TEST_F(PluginTest, OwnDatarefExamplePublishesACounterOthersCanReadAndWrite) {
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
 }
 
-TEST_F(PluginTest, TerrainHeightExamplePrintsTheHeightAboveTheGroundEverySecond) {
-    AddExample("VL_TerrainHeight.py");
-    StartSim();
-    RunSeconds(2);
-    StopSim();
-    std::vector<std::string> lines = SplitLines(Output());
-    ASSERT_EQ(lines.size(), 2u) << Output() << Log();
-    // Parked at the airport: the ground under the aircraft is the field's elevation.
-    EXPECT_EQ(lines[0].rfind("height above ground ", 0), 0u) << lines[0];
-    EXPECT_NE(lines[0].find(" m (ground at 131.0 m)"), std::string::npos) << lines[0];
-    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
-}
-
-TEST_F(PluginTest, NearestAirportExampleLabelsTheAirportTheAircraftIsAt) {
-    AddExample("VL_NearestAirport.py");
-    StartSim();
-    RunSeconds(1);
-    if (Log().find("No module named") != std::string::npos) GTEST_SKIP() << "needs the XPLMDisplay module";
-    std::string label, box;
-    for (const xpsim::DrawItem& item : xpsim::driver::drawList()) {
-        if (item.kind == "string") label = item.text;
-        if (item.kind == "darkbox") box = std::to_string(item.right - item.x);
-    }
-    EXPECT_EQ(label.rfind("KSEA  Seattle Tacoma Intl  0.", 0), 0u) << label;
-    EXPECT_EQ(box, std::to_string(10 + 8 * static_cast<int>(label.size()))) << label;
-    StopSim();
-    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
-}
-
 TEST_F(PluginTest, CommandHandlerExampleAnswersItsCommand) {
     AddExample("VL_CommandHandler.py");
     StartSim();
@@ -83,6 +55,58 @@ TEST_F(PluginTest, PingAndPongExamplesTalkThroughMessaging) {
     StartSim();
     RunSeconds(2);
     EXPECT_EQ(Output(), "Ping got pong 1\nPing got pong 2\n") << Log();
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, WindowAndMenuExamplesAnswerClicksKeysTheHotKeyAndPicks) {
+    AddExample("VL_HelloWindow.py");
+    AddExample("VL_CheckedMenu.py");
+    StartSim();
+    xpsim::driver::mouseDown(100, 550);
+    xpsim::driver::mouseUp(100, 550);
+    xpsim::driver::keyPress('x', xplm_DownFlag, XPLM_VK_X);
+    xpsim::driver::keyPress(27, xplm_DownFlag, XPLM_VK_ESCAPE);
+    xpsim::driver::runFrames(1);
+    std::string shown;
+    for (const xpsim::DrawItem& item : xpsim::driver::drawList())
+        if (item.kind == "string") shown = item.text;
+    EXPECT_EQ(shown, "Clicks: 1  Last key: x");
+    xpsim::driver::keyPress(0, xplm_DownFlag, XPLM_VK_F8);
+    xpsim::driver::runFrames(1);
+    std::string error;
+    for (const char* item : {"Taxi lights", "Strobes", "Taxi lights"})
+        EXPECT_TRUE(xpsim::driver::pickMenu(std::string("Plugins/Checked Menu/") + item, &error)) << error;
+    StopSim();
+    EXPECT_EQ(Output(), "hello window clicked 1 times\nhello window got key x\nhello window hidden\n"
+                        "Taxi lights on\nStrobes on\nTaxi lights off\n");
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, TerrainHeightExamplePrintsTheHeightAboveTheGroundEverySecond) {
+    AddExample("VL_TerrainHeight.py");
+    StartSim();
+    RunSeconds(2);
+    StopSim();
+    std::vector<std::string> lines = SplitLines(Output());
+    ASSERT_EQ(lines.size(), 2u) << Output() << Log();
+    // Parked at the airport: the ground under the aircraft is the field's elevation.
+    EXPECT_EQ(lines[0].rfind("height above ground ", 0), 0u) << lines[0];
+    EXPECT_NE(lines[0].find(" m (ground at 131.0 m)"), std::string::npos) << lines[0];
+    EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
+}
+
+TEST_F(PluginTest, NearestAirportExampleLabelsTheAirportTheAircraftIsAt) {
+    AddExample("VL_NearestAirport.py");
+    StartSim();
+    RunSeconds(1);
+    std::string label, box;
+    for (const xpsim::DrawItem& item : xpsim::driver::drawList()) {
+        if (item.kind == "string") label = item.text;
+        if (item.kind == "darkbox") box = std::to_string(item.right - item.x);
+    }
+    EXPECT_EQ(label.rfind("KSEA  Seattle Tacoma Intl  0.", 0), 0u) << label;
+    EXPECT_EQ(box, std::to_string(10 + 8 * static_cast<int>(label.size()))) << label;
+    StopSim();
     EXPECT_EQ(Log().find("Error"), std::string::npos) << Log();
 }
 

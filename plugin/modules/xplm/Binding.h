@@ -3,6 +3,7 @@
 // the DEBUG:DebugCallbacks trace lines, and module and constant registration.
 #pragma once
 
+#include <climits>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
@@ -28,14 +29,64 @@ inline void* VL_HandleFromObject(PyObject* object) {
 inline PyObject* VL_HandleObject(const void* pointer) {
     return PyLong_FromVoidPtr(const_cast<void*>(pointer));
 }
-// The one object of a binding whose format is "O". The parser is asked only when the
-// count is wrong, so scripts get its TypeError while the frequent calls skip it.
+// Arguments of a VL_METH_FAST binding through the argument parser, as a METH_VARARGS
+// binding parses them: the same results and the same TypeError. The quick paths below
+// take the frequent cases without it and leave every other case to it.
+inline bool VL_ParseArgs(VL_Args args, const char* format, ...) {
+    PyObject* tuple = PyTuple_New(args.count);
+    if (!tuple) return false;
+    for (Py_ssize_t i = 0; i < args.count; ++i) {
+        Py_INCREF(args.items[i]);
+        PyTuple_SET_ITEM(tuple, i, args.items[i]);
+    }
+    va_list values;
+    va_start(values, format);
+    int parsed = PyArg_VaParse(tuple, format, values);
+    va_end(values);
+    Py_DECREF(tuple);  // "O" results stay alive: the caller's arguments hold them
+    return parsed != 0;
+}
+
+// "O": the one object.
+inline bool VL_ParseObject(VL_Args args, PyObject** object) {
+    if (args.count != 1) return VL_ParseArgs(args, "O", object);
+    *object = args.items[0];
+    return true;
+}
+
+// The same for a binding called with an argument tuple.
 inline bool VL_ParseOneObject(PyObject* args, PyObject** object) {
-    if (PyTuple_GET_SIZE(args) == 1) {
-        *object = PyTuple_GET_ITEM(args, 0);
+    return VL_ParseObject(VL_Args{&PyTuple_GET_ITEM(args, 0), PyTuple_GET_SIZE(args)}, object);
+}
+
+// "Oi", "Of" and "Od": an object and a number; exact ints and floats skip the parser.
+inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, int* value) {
+    if (args.count == 2 && VL_IntCheckExact(args.items[1])) {
+        long number = PyLong_AsLong(args.items[1]);
+        if (number >= INT_MIN && number <= INT_MAX && !(number == -1 && PyErr_Occurred())) {
+            *object = args.items[0];
+            *value = static_cast<int>(number);
+            return true;
+        }
+        PyErr_Clear();
+    }
+    return VL_ParseArgs(args, "Oi", object, value);
+}
+inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, float* value) {
+    if (args.count == 2 && PyFloat_CheckExact(args.items[1])) {
+        *object = args.items[0];
+        *value = static_cast<float>(PyFloat_AS_DOUBLE(args.items[1]));
         return true;
     }
-    return PyArg_ParseTuple(args, "O", object) != 0;
+    return VL_ParseArgs(args, "Of", object, value);
+}
+inline bool VL_ParseObjectAndNumber(VL_Args args, PyObject** object, double* value) {
+    if (args.count == 2 && PyFloat_CheckExact(args.items[1])) {
+        *object = args.items[0];
+        *value = PyFloat_AS_DOUBLE(args.items[1]);
+        return true;
+    }
+    return VL_ParseArgs(args, "Od", object, value);
 }
 // A script's reference value is an integer kept as a pointer-sized value.
 inline void* VL_RefconFromObject(PyObject* object) { return VL_HandleFromObject(object); }
@@ -46,10 +97,9 @@ inline PyObject* VL_Done() { return VL_IntFromLong(1); }
 // --- the guard ---
 
 // Runs `call` (the SDK call and what belongs to it); anything thrown is reported as
-// "Parameter Error" and gives false. Buffers are owned by `call`'s locals, so they are
-// freed on the way out either way.
-// The guard with the report a few functions give instead of "Parameter Error"
-// ("Function Error", or another module's and function's name).
+// `message` and gives false. Buffers are owned by `call`'s locals, so they are freed on
+// the way out either way. A few functions report "Function Error", or another module's
+// and function's name.
 template <typename Call>
 bool VL_GuardedCallReporting(const char* module, const char* function, const char* message,
                              Call&& call) {
@@ -62,6 +112,7 @@ bool VL_GuardedCallReporting(const char* module, const char* function, const cha
     }
 }
 
+// The guard of most bindings: "Parameter Error".
 template <typename Call>
 bool VL_GuardedCall(const char* module, const char* function, Call&& call) {
     return VL_GuardedCallReporting(module, function, "Parameter Error", call);

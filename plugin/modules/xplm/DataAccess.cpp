@@ -29,9 +29,11 @@ constexpr int kMaxArrayValues = 1 << 20;
 
 // --- single values ---
 
-PyObject* PY_XPLMFindDataRef(PyObject*, PyObject* args) {
+PyObject* PY_XPLMFindDataRef(VL_Args args) {
     VL_Text name;
-    if (!PyArg_ParseTuple(args, "O&", VL_ParseText, &name)) return nullptr;
+    bool parsed = args.count == 1 ? name.set(args.items[0])
+                                  : VL_ParseArgs(args, "O&", VL_ParseText, &name);
+    if (!parsed) return nullptr;
     XPLMDataRef ref = nullptr;
     VL_GuardedCall(kModule, "XPLMFindDataRef", [&] { ref = XPLMFindDataRef(name.c_str()); });
     if (ref) return VL_HandleObject(ref);
@@ -45,10 +47,10 @@ PyObject* PY_XPLMFindDataRef(PyObject*, PyObject* args) {
 // The bindings of one dataref argument ("O") and an SDK function answering a number:
 // the ones scripts call every frame.
 template <typename Result, typename Make>
-PyObject* QueryDataRef(PyObject* args, const char* function, Result (*query)(XPLMDataRef),
+PyObject* QueryDataRef(VL_Args args, const char* function, Result (*query)(XPLMDataRef),
                        Make make) {
     PyObject* refObject;
-    if (!VL_ParseOneObject(args, &refObject)) return nullptr;
+    if (!VL_ParseObject(args, &refObject)) return nullptr;
     XPLMDataRef ref = VL_HandleFromObject(refObject);
     return VL_Guarded(kModule, function, [&] { return make(query(ref)); });
 }
@@ -56,29 +58,28 @@ PyObject* QueryDataRef(PyObject* args, const char* function, Result (*query)(XPL
 PyObject* IntObject(int value) { return VL_IntFromLong(value); }
 PyObject* FloatObject(double value) { return PyFloat_FromDouble(value); }
 
-PyObject* PY_XPLMCanWriteDataRef(PyObject*, PyObject* args) {
+PyObject* PY_XPLMCanWriteDataRef(VL_Args args) {
     return QueryDataRef(args, "XPLMCanWriteDataRef", XPLMCanWriteDataRef, IntObject);
 }
-PyObject* PY_XPLMGetDataRefTypes(PyObject*, PyObject* args) {
+PyObject* PY_XPLMGetDataRefTypes(VL_Args args) {
     return QueryDataRef(args, "XPLMGetDataRefTypes", XPLMGetDataRefTypes, IntObject);
 }
-PyObject* PY_XPLMGetDatai(PyObject*, PyObject* args) {
+PyObject* PY_XPLMGetDatai(VL_Args args) {
     return QueryDataRef(args, "XPLMGetDatai", XPLMGetDatai, IntObject);
 }
-PyObject* PY_XPLMGetDataf(PyObject*, PyObject* args) {
+PyObject* PY_XPLMGetDataf(VL_Args args) {
     return QueryDataRef(args, "XPLMGetDataf", XPLMGetDataf, FloatObject);
 }
-PyObject* PY_XPLMGetDatad(PyObject*, PyObject* args) {
+PyObject* PY_XPLMGetDatad(VL_Args args) {
     return QueryDataRef(args, "XPLMGetDatad", XPLMGetDatad, FloatObject);
 }
 
 // The bindings of a dataref and one value ("Oi", "Of" or "Od") given to an SDK setter.
 template <typename T>
-PyObject* WriteDataRef(PyObject* args, const char* format, const char* function,
-                       void (*set)(XPLMDataRef, T)) {
+PyObject* WriteDataRef(VL_Args args, const char* function, void (*set)(XPLMDataRef, T)) {
     PyObject* refObject;
     T value;
-    if (!PyArg_ParseTuple(args, format, &refObject, &value)) return nullptr;
+    if (!VL_ParseObjectAndNumber(args, &refObject, &value)) return nullptr;
     XPLMDataRef ref = VL_HandleFromObject(refObject);
     return VL_Guarded(kModule, function, [&] {
         set(ref, value);
@@ -86,14 +87,14 @@ PyObject* WriteDataRef(PyObject* args, const char* format, const char* function,
     });
 }
 
-PyObject* PY_XPLMSetDatai(PyObject*, PyObject* args) {
-    return WriteDataRef<int>(args, "Oi", "XPLMSetDatai", XPLMSetDatai);
+PyObject* PY_XPLMSetDatai(VL_Args args) {
+    return WriteDataRef<int>(args, "XPLMSetDatai", XPLMSetDatai);
 }
-PyObject* PY_XPLMSetDataf(PyObject*, PyObject* args) {
-    return WriteDataRef<float>(args, "Of", "XPLMSetDataf", XPLMSetDataf);
+PyObject* PY_XPLMSetDataf(VL_Args args) {
+    return WriteDataRef<float>(args, "XPLMSetDataf", XPLMSetDataf);
 }
-PyObject* PY_XPLMSetDatad(PyObject*, PyObject* args) {
-    return WriteDataRef<double>(args, "Od", "XPLMSetDatad", XPLMSetDatad);
+PyObject* PY_XPLMSetDatad(VL_Args args) {
+    return WriteDataRef<double>(args, "XPLMSetDatad", XPLMSetDatad);
 }
 
 // --- arrays ---
@@ -334,15 +335,15 @@ PyObject* PY_XPLMRegisterDataAccessor(PyObject*, PyObject* args) {
     return VL_Guarded(kModule, "XPLMRegisterDataAccessor", [&] {
         VL_ScriptTable& table = VL_Table();
         // Only bound methods are accessors; None, 0 or a plain function leave the slot empty.
-        bool recorded[kAccessorCount] = {};
+        _CallbackList* cells[kAccessorCount] = {};
         VL_CallbackBlock* read = VL_AddCallbackBlock(GetDataMemoryPointerList);
         VL_CallbackBlock* write = VL_AddCallbackBlock(SetDataMemoryPointerList);
         for (int i = 0; i < kAccessorCount; ++i) {
             const Accessor& accessor = kAccessors[i];
-            recorded[i] = Py_TYPE(callables[i]) == &PyMethod_Type;
-            if (!recorded[i]) continue;
-            (accessor.reads ? read : write)->cells[accessor.slot] = table.AddCallback(
-                *accessor.list, self, nullptr, callables[i], accessor.reads ? readRefcon : writeRefcon);
+            if (Py_TYPE(callables[i]) != &PyMethod_Type) continue;
+            cells[i] = table.AddCallback(*accessor.list, self, nullptr, callables[i],
+                                         accessor.reads ? readRefcon : writeRefcon);
+            (accessor.reads ? read : write)->cells[accessor.slot] = cells[i];
         }
         XPLMDataRef ref = XPLMRegisterDataAccessor(
             name.c_str(), type, writable, VL_GetDatai_Callback, VL_SetDatai_Callback,
@@ -351,8 +352,9 @@ PyObject* PY_XPLMRegisterDataAccessor(PyObject*, PyObject* args) {
             VL_SetDatavf_Callback, VL_GetDatab_Callback, VL_SetDatab_Callback, read, write);
         read->handle = ref;
         write->handle = ref;
+        // Each record gets its own dataref, whatever other datarefs its callable serves.
         for (int i = 0; i < kAccessorCount; ++i)
-            if (recorded[i]) table.UpdateCallback(*kAccessors[i].list, self, callables[i], ref);
+            if (cells[i]) table.UpdateCallback(*kAccessors[i].list, cells[i], ref);
         if (VL_Tracing()) {
             VL_Trace trace("XPLMRegisterDataAccessor");
             trace.line("pScriptId = %x, inDataName = %s, inDataType = %d, inIsWritable = %d, "
@@ -464,15 +466,15 @@ PyObject* PY_XPLMUnshareData(PyObject*, PyObject* args) {
 }
 
 PyMethodDef XPLMDataAccessMethods[] = {
-    {"XPLMFindDataRef", PY_XPLMFindDataRef, VL_METH_ARGS, "Find Dataref."},
-    {"XPLMCanWriteDataRef", PY_XPLMCanWriteDataRef, VL_METH_ARGS, "Test for writable Dataref."},
-    {"XPLMGetDataRefTypes", PY_XPLMGetDataRefTypes, VL_METH_ARGS, "Get the Dataref Type."},
-    {"XPLMGetDatai", PY_XPLMGetDatai, VL_METH_ARGS, "Get Integer Dataref."},
-    {"XPLMSetDatai", PY_XPLMSetDatai, VL_METH_ARGS, "Set Integer Dataref."},
-    {"XPLMGetDataf", PY_XPLMGetDataf, VL_METH_ARGS, "Get Float Dataref."},
-    {"XPLMSetDataf", PY_XPLMSetDataf, VL_METH_ARGS, "Set Float Dataref."},
-    {"XPLMGetDatad", PY_XPLMGetDatad, VL_METH_ARGS, "Get Double Dataref."},
-    {"XPLMSetDatad", PY_XPLMSetDatad, VL_METH_ARGS, "Set Double Dataref."},
+    {"XPLMFindDataRef", VL_Fast<PY_XPLMFindDataRef>(), VL_METH_FAST, "Find Dataref."},
+    {"XPLMCanWriteDataRef", VL_Fast<PY_XPLMCanWriteDataRef>(), VL_METH_FAST, "Test for writable Dataref."},
+    {"XPLMGetDataRefTypes", VL_Fast<PY_XPLMGetDataRefTypes>(), VL_METH_FAST, "Get the Dataref Type."},
+    {"XPLMGetDatai", VL_Fast<PY_XPLMGetDatai>(), VL_METH_FAST, "Get Integer Dataref."},
+    {"XPLMSetDatai", VL_Fast<PY_XPLMSetDatai>(), VL_METH_FAST, "Set Integer Dataref."},
+    {"XPLMGetDataf", VL_Fast<PY_XPLMGetDataf>(), VL_METH_FAST, "Get Float Dataref."},
+    {"XPLMSetDataf", VL_Fast<PY_XPLMSetDataf>(), VL_METH_FAST, "Set Float Dataref."},
+    {"XPLMGetDatad", VL_Fast<PY_XPLMGetDatad>(), VL_METH_FAST, "Get Double Dataref."},
+    {"XPLMSetDatad", VL_Fast<PY_XPLMSetDatad>(), VL_METH_FAST, "Set Double Dataref."},
     {"XPLMGetDatavi", PY_XPLMGetDatavi, VL_METH_ARGS, "Get Integer Array Dataref."},
     {"XPLMSetDatavi", PY_XPLMSetDatavi, VL_METH_ARGS, "Set Integer Array Dataref."},
     {"XPLMGetDatavf", PY_XPLMGetDatavf, VL_METH_ARGS, "Get Float Array Dataref."},

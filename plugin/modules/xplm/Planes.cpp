@@ -11,6 +11,7 @@
 #include "core/SdkCapabilities.h"
 #include "modules/Modules.h"
 #include "modules/xplm/Binding.h"
+#include "modules/xplm/NativePaths.h"
 #include "platform/PathConvert.h"
 #include "platform/Paths.h"
 
@@ -26,8 +27,6 @@ constexpr int kPathBuffer = 1024;
 // the array with a null entry. The simulator has fewer AI slots than that and ignores
 // names beyond its last one.
 constexpr std::size_t kMaxAircraftPaths = 64;
-// The script table's feature id of XPLM_USE_NATIVE_PATHS.
-constexpr int kNativePathsFeature = 1;
 
 template <void (*Call)(const char*)>
 PyObject* WithText(PyObject* args, const char* function) {
@@ -93,18 +92,12 @@ PyObject* PY_XPLMGetNthAircraftModel(PyObject*, PyObject* args) {
                             [](const char* path) { return VL_PythonFormPath(path, VL_SimSeparator()); });
 }
 
-// The script's native-path setting holds for the SDK call alone; the simulator's feature
-// is left off between calls. Without the feature functions the plain call is made.
 PyObject* PY_XPLMGetNthAircraftModel_NP(PyObject*, PyObject* args) {
     PyObject* self;
     int index;
     if (!PyArg_ParseTuple(args, "Oi", &self, &index)) return nullptr;
-    int nativePaths = VLTestTable ? VLTestTable->IsFeatureEnabled(self, kNativePathsFeature) : 0;
-    if (XPLMEnableFeature_ptr) XPLMEnableFeature_ptr("XPLM_USE_NATIVE_PATHS", nativePaths);
-    PyObject* result =
-        NthAircraftModel("XPLMGetNthAircraftModel", index, [](const char* path) { return std::string(path); });
-    if (XPLMEnableFeature_ptr) XPLMEnableFeature_ptr("XPLM_USE_NATIVE_PATHS", 0);
-    return result;
+    VL_NativePathScope scope(self);
+    return NthAircraftModel("XPLMGetNthAircraftModel", index, [](const char* path) { return std::string(path); });
 }
 
 // The aircraft paths as the SDK reads them: the list's texts in order, an empty one as a

@@ -150,9 +150,8 @@ PyObject* PY_XPLMSendMessageToPlugin(PyObject*, PyObject* args) {
 
 // --- features ---
 
-#define VL_REQUIRE(function)                                                                  \
-    if (!VL_Supported(kModule, #function, function##_ptr, VL_NotSupported200))                \
-        return VL_IntFromLong(0);
+#define VL_REQUIRE(function) \
+    if (!VL_Supported(kModule, #function, function##_ptr, VL_NotSupported200)) return VL_IntFromLong(0);
 
 PyObject* PY_XPLMHasFeature(PyObject*, PyObject* args) {
     VL_REQUIRE(XPLMHasFeature)

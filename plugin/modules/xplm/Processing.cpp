@@ -33,8 +33,9 @@ PyObject* PY_XPLMRegisterFlightLoopCallback(PyObject*, PyObject* args) {
     if (!PyArg_ParseTuple(args, "OOfO", &self, &callable, &interval, &refconObject)) return nullptr;
     void* refcon = VL_RefconFromObject(refconObject);
     return VL_Guarded(kModule, "XPLMRegisterFlightLoopCallback", [&] {
-        _CallbackList* cell =
-            VL_Table().AddCallback(FlightLoopCallbackList, self, nullptr, callable, refcon);
+        // Found again by callable and refcon only: a null handle never names it.
+        _CallbackList* cell = VL_Table().AddCallback(FlightLoopCallbackList, self, nullptr, callable,
+                                                     refcon, VL_FoundBy::Callable);
         XPLMRegisterFlightLoopCallback(VL_FlightLoopCallback, interval, cell);
         if (VL_Tracing())
             VL_Trace("XPLMRegisterFlightLoopCallback")
@@ -108,15 +109,9 @@ PyObject* PY_XPLMSetFlightLoopCallbackInterval(PyObject*, PyObject* args) {
     });
 }
 
-// The SDK 2.10 functions answer 0 on an older simulator, before looking at the arguments.
-bool Supported(const void* function, const char* name) {
-    if (function) return true;
-    PrintException(kModule, name, VL_NotSupported210);
-    return false;
-}
-
 PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
-    if (!Supported(reinterpret_cast<void*>(XPLMCreateFlightLoop_ptr), "XPLMCreateFlightLoop"))
+    // An SDK 2.10 function: 0 on an older simulator, before looking at the arguments.
+    if (!VL_Supported(kModule, "XPLMCreateFlightLoop", XPLMCreateFlightLoop_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
     PyObject *self, *parameters, *callable, *refconObject;
     int phase;
@@ -143,7 +138,7 @@ PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
         XPLMCreateFlightLoop_t create = {static_cast<int>(sizeof(XPLMCreateFlightLoop_t)), phase,
                                          VL_FlightLoopCallback, cell};
         XPLMFlightLoopID id = XPLMCreateFlightLoop_ptr(&create);
-        if (recorded) VL_Table().UpdateCallback(FlightLoopCallbackList, self, callable, id);
+        if (recorded) VL_Table().UpdateCallback(FlightLoopCallbackList, cell, id);
         if (VL_Tracing())
             VL_Trace("XPLMCreateFlightLoop")
                 .line("pScriptId = %x, phase = %d, Refcon = %d, FlightLoopID = %x\n", VL_Low32(self),
@@ -156,7 +151,7 @@ PyObject* PY_XPLMCreateFlightLoop(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMDestroyFlightLoop(PyObject*, PyObject* args) {
-    if (!Supported(reinterpret_cast<void*>(XPLMDestroyFlightLoop_ptr), "XPLMDestroyFlightLoop"))
+    if (!VL_Supported(kModule, "XPLMDestroyFlightLoop", XPLMDestroyFlightLoop_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
     PyObject *self, *idObject;
     if (!PyArg_ParseTuple(args, "OO", &self, &idObject)) return nullptr;
@@ -180,7 +175,7 @@ PyObject* PY_XPLMDestroyFlightLoop(PyObject*, PyObject* args) {
 }
 
 PyObject* PY_XPLMScheduleFlightLoop(PyObject*, PyObject* args) {
-    if (!Supported(reinterpret_cast<void*>(XPLMScheduleFlightLoop_ptr), "XPLMScheduleFlightLoop"))
+    if (!VL_Supported(kModule, "XPLMScheduleFlightLoop", XPLMScheduleFlightLoop_ptr, VL_NotSupported210))
         return VL_IntFromLong(0);
     PyObject *self, *idObject;
     float interval;

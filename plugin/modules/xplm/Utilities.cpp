@@ -333,9 +333,8 @@ PyObject* PY_RemoveErrorCallback(PyObject*, PyObject* args) {
 
 // --- functions of SDK 2.00: symbols, data files, commands ---
 
-#define VL_REQUIRE(function)                                                                  \
-    if (!VL_Supported(kModule, #function, function##_ptr, VL_NotSupported200))                \
-        return VL_IntFromLong(0);
+#define VL_REQUIRE(function) \
+    if (!VL_Supported(kModule, #function, function##_ptr, VL_NotSupported200)) return VL_IntFromLong(0);
 
 PyObject* PY_XPLMFindSymbol(PyObject*, PyObject* args) {
     VL_REQUIRE(XPLMFindSymbol)
