@@ -16,11 +16,11 @@ mkdir -p "$scripts"
 cp examples/VL_*.py "$scripts/"
 
 status=0
-# The README shows a copy of build/demo.png (docs/images/demo.png).
-build/sim/xpsim --root "$root" --seconds 5 --screenshot build/demo.png || status=$?
+# The README shows copies of the pictures (docs/images/).
+build/sim/xpsim --root "$root" --scenario examples/demo.txt || status=$?
 for file in "$scripts/VorlithLog.txt" "$scripts/VorlithOutput.txt"; do
   echo "---- $file ----"
   cat "$file" 2>/dev/null || echo "(not written)"
 done
-[ -f build/demo.png ] && echo "---- picture of the last frame: build/demo.png ----"
+[ -f build/demo.png ] && echo "---- pictures: build/demo.png, build/demo-panel.png, build/demo-scripts.png ----"
 exit "$status"
