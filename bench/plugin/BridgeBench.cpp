@@ -22,6 +22,7 @@
 #include "callbacks/Trampolines.h"
 #include "core/Lifecycle.h"
 #include "core/PythonGuard.h"
+#include "XPLMDataAccess.h"
 #include "driver.h"
 
 namespace {
@@ -78,6 +79,16 @@ class Vorlith:
         get = BenchFloor.noop
         for ref in self.frame:
             get(ref)
+
+    def MinimalRead(self, n):
+        get, ref = BenchFloor.getdataf, self.ref
+        for i in range(n):
+            get(ref)
+
+    def MinimalFrame(self, n):
+        get = BenchFloor.getdataf
+        for ref in self.frame:
+            get(ref)
 )";
 
 constexpr int kFrameReads = 2700;
@@ -104,8 +115,16 @@ std::vector<std::string> FrameNames() {
 
 // The floor of a binding: the cheapest C built-in Python can call with one argument.
 PyObject* NoOp(PyObject*, PyObject*) { Py_RETURN_NONE; }
+// The least any XPLMGetDataf binding does: the handle from the int, the simulator's read,
+// a new float. What the binding costs beyond the work itself is measured against this.
+PyObject* MinimalGetDataf(PyObject*, PyObject* ref) {
+    void* handle = PyLong_AsVoidPtr(ref);
+    if (!handle && PyErr_Occurred()) return nullptr;
+    return PyFloat_FromDouble(XPLMGetDataf(handle));
+}
 PyMethodDef kFloorMethods[] = {
     {"noop", NoOp, METH_O, "Does nothing."},
+    {"getdataf", MinimalGetDataf, METH_O, "Reads a float dataref."},
     {nullptr, nullptr, 0, nullptr},
 };
 
@@ -300,42 +319,44 @@ void BM_FlightLoopRatio(benchmark::State& state) {
 }
 BENCHMARK(BM_FlightLoopRatio);
 
-void BM_GetDatafRatio(benchmark::State& state) {
-    constexpr int kChunk = 1000;
+// Two of the script's loops, each called with `chunk`, alternating; counters per call.
+void AlternateMethods(benchmark::State& state, int chunk, const char* measuredName,
+                      const char* floorName) {
     PythonGuard guard;
-    PyObject* getData = PyObject_GetAttrString(session().script, "GetDataf");
-    PyObject* floor = PyObject_GetAttrString(session().script, "Floor");
-    PyObject* args = Py_BuildValue("(i)", kChunk);
+    PyObject* measured = PyObject_GetAttrString(session().script, measuredName);
+    PyObject* floor = PyObject_GetAttrString(session().script, floorName);
+    PyObject* args = Py_BuildValue("(i)", chunk);
     auto run = [&](PyObject* method) {
         PyObject* result = PyObject_Call(method, args, nullptr);
         if (!result) PyErr_Print();
         Py_XDECREF(result);
     };
-    Alternate(state, kChunk, [&] { run(getData); }, [&] { run(floor); });
+    Alternate(state, chunk, [&] { run(measured); }, [&] { run(floor); });
     Py_DECREF(args);
     Py_DECREF(floor);
-    Py_DECREF(getData);
+    Py_DECREF(measured);
 }
+
+void BM_GetDatafRatio(benchmark::State& state) { AlternateMethods(state, 1000, "GetDataf", "Floor"); }
 BENCHMARK(BM_GetDatafRatio);
 
 // (c) A frame of 2,700 XPLMGetDataf reads against the same loop calling the no-op;
 // counters per read.
 void BM_FrameRatio(benchmark::State& state) {
-    PythonGuard guard;
-    PyObject* frame = PyObject_GetAttrString(session().script, "Frame");
-    PyObject* floor = PyObject_GetAttrString(session().script, "FrameFloor");
-    PyObject* args = Py_BuildValue("(i)", 0);
-    auto run = [&](PyObject* method) {
-        PyObject* result = PyObject_Call(method, args, nullptr);
-        if (!result) PyErr_Print();
-        Py_XDECREF(result);
-    };
-    Alternate(state, kFrameReads, [&] { run(frame); }, [&] { run(floor); });
-    Py_DECREF(args);
-    Py_DECREF(floor);
-    Py_DECREF(frame);
+    AlternateMethods(state, kFrameReads, "Frame", "FrameFloor");
 }
 BENCHMARK(BM_FrameRatio);
+
+// (b, c) The same two loops against a minimal METH_O binding doing the same work: the
+// ratio is what the binding adds to the read itself.
+void BM_GetDatafVsMinimalBinding(benchmark::State& state) {
+    AlternateMethods(state, 1000, "GetDataf", "MinimalRead");
+}
+void BM_FrameVsMinimalBinding(benchmark::State& state) {
+    AlternateMethods(state, kFrameReads, "Frame", "MinimalFrame");
+}
+BENCHMARK(BM_GetDatafVsMinimalBinding);
+BENCHMARK(BM_FrameVsMinimalBinding);
 
 // (a) What a minimal hand-written trampoline does: box the same fresh arguments, call
 // the same bound method, convert its float; the caller holds the interpreter.

@@ -4,9 +4,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <utility>
-#include <deque>
 #include <vector>
 
 namespace xpsim {
@@ -28,10 +28,11 @@ public:
             index = free_.back();
             free_.pop_back();
         } else {
-            index = static_cast<uint32_t>(slots_.size());
-            slots_.push_back(Slot{});
+            index = count_;
+            if ((index & kChunkMask) == 0) chunks_.push_back(std::make_unique<Slot[]>(kChunkSize));
+            ++count_;
         }
-        Slot& s = slots_[index];
+        Slot& s = slot(index);
         s.value.emplace(std::move(value));
         return encode(index, s.generation);
     }
@@ -40,7 +41,7 @@ public:
     T* get(const void* handle) {
         uint32_t index;
         if (!decode(handle, index)) return nullptr;
-        return &*slots_[index].value;
+        return &*slot(index).value;
     }
     const T* get(const void* handle) const {
         return const_cast<HandleTable*>(this)->get(handle);
@@ -50,7 +51,7 @@ public:
     bool remove(const void* handle) {
         uint32_t index;
         if (!decode(handle, index)) return false;
-        Slot& s = slots_[index];
+        Slot& s = slot(index);
         s.value.reset();
         s.generation = (s.generation + 1) & kGenerationMask;
         free_.push_back(index);
@@ -62,22 +63,27 @@ public:
     // visit are skipped; entries added during it may or may not be visited.
     template <class F>
     void forEach(F&& f) {
-        for (uint32_t i = 0; i < slots_.size(); ++i) {
-            if (!slots_[i].value) continue;
-            void* h = encode(i, slots_[i].generation);
-            f(h, *slots_[i].value);
+        for (uint32_t i = 0; i < count_; ++i) {
+            Slot& s = slot(i);
+            if (!s.value) continue;
+            f(encode(i, s.generation), *s.value);
         }
     }
 
-    size_t size() const { return slots_.size() - free_.size(); }
+    size_t size() const { return count_ - free_.size(); }
     void clear() {
-        for (uint32_t i = 0; i < slots_.size(); ++i) {
-            if (slots_[i].value) remove(encode(i, slots_[i].generation));
+        for (uint32_t i = 0; i < count_; ++i) {
+            if (slot(i).value) remove(encode(i, slot(i).generation));
         }
     }
 
 private:
     static constexpr uint32_t kGenerationMask = 0xFFFFFF;
+    // Slots live in fixed chunks: they stay put while plug-ins add more, and finding one
+    // is a shift and a mask (a scalar read checks a handle on every call).
+    static constexpr uint32_t kChunkShift = 6;
+    static constexpr uint32_t kChunkSize = 1u << kChunkShift;
+    static constexpr uint32_t kChunkMask = kChunkSize - 1;
     struct Slot {
         std::optional<T> value;
         uint32_t generation = 1;
@@ -91,14 +97,17 @@ private:
         uint64_t v = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(handle));
         if ((v >> 56) != uint64_t(kind_)) return false;
         uint64_t low = v & 0xFFFFFFFFu;
-        if (low == 0 || low > slots_.size()) return false;
+        if (low == 0 || low > count_) return false;
         index = static_cast<uint32_t>(low - 1);
-        const Slot& s = slots_[index];
+        const Slot& s = slot(index);
         return s.value && s.generation == ((v >> 32) & kGenerationMask);
     }
 
+    Slot& slot(uint32_t index) const { return chunks_[index >> kChunkShift][index & kChunkMask]; }
+
     HandleKind kind_;
-    std::deque<Slot> slots_;  // deque: entries stay put while plug-ins add more
+    uint32_t count_ = 0;  // slots made so far, live or free
+    std::vector<std::unique_ptr<Slot[]>> chunks_;
     std::vector<uint32_t> free_;
 };
 
