@@ -11,6 +11,7 @@
 #include "callbacks/Registry.h"
 #include "core/Log.h"
 #include "core/PythonErrors.h"
+#include "tools/Quarantine.h"
 
 namespace vorlith {
 
@@ -121,6 +122,7 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
             if (args.ok()) result = args.call(callable);
         }
         Py_DECREF(callable);
+        detail::gVL_CallRaised = !result;
         if (!result) {
             if (kind.printFailure) VL_PrintPythonError();
             if (kind.failedLine) VL_WriteToLog(kind.failedLine);
@@ -141,8 +143,17 @@ template <typename R, typename Build, typename Convert>
 R VL_CallUser(const VL_CallbackKind<R>& kind, const _CallbackListEntry* record, Build&& build,
               Convert&& convert) {
     if (!VL_IsRecordActive(record)) return kind.inactive;
-    return VL_CallPython(kind, record->callable, [&] { return build(record->refconObject); },
-                         convert);
+    if (!gVL_DisableFailingScripts)
+        return VL_CallPython(kind, record->callable, [&] { return build(record->refconObject); },
+                             convert);
+    // The status outlives the record, which the call may delete.
+    VL_ScriptStatusRef status = record->status;
+    PyObject* script = record->scriptId;
+    detail::gVL_CallRaised = false;
+    R value = VL_CallPython(kind, record->callable, [&] { return build(record->refconObject); },
+                            convert);
+    VL_CountCall(script, *status, detail::gVL_CallRaised);
+    return value;
 }
 
 }  // namespace vorlith

@@ -228,11 +228,16 @@ int CallUserWidgetCallback(XPWidgetMessage message, XPWidgetID widget, intptr_t 
     if (!record) return kWidgetNotInList;
     if (!VL_IsScriptActive(record->scriptId, record->generation)) return kWidget.inactive;
     VL_WidgetDelivery delivery(message, param1, param2);  // what the decoders may read
-    return VL_CallPython(kWidget, record->callable, [&]() {
+    VL_ScriptStatusRef status = gVL_DisableFailingScripts ? VLTestTable->StatusOf(record->scriptId) : nullptr;
+    PyObject* script = record->scriptId;  // the call may delete the record
+    detail::gVL_CallRaised = false;
+    int value = VL_CallPython(kWidget, record->callable, [&]() {
         return VL_Pack(message, VL_New{Handle(widget)},  // "(iOOO)"
                             VL_New{Handle(reinterpret_cast<void*>(param1))},
                             VL_New{Handle(reinterpret_cast<void*>(param2))});
     }, VL_ResultInt);
+    if (status) VL_CountCall(script, *status, detail::gVL_CallRaised);
+    return value;
 }
 
 // --- the functions the SDK calls: each hands its arguments on unchanged ---

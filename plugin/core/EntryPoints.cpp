@@ -14,6 +14,7 @@
 #include "core/Text.h"
 #include "platform/DynamicLibrary.h"
 #include "platform/Paths.h"
+#include "tools/ReloadWatch.h"
 #include "ui/ControlPanel.h"
 
 using namespace vorlith;
@@ -43,6 +44,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) try {
     VLTestTable->SetPythonRunState(0);
     SetupWidgets();
     StartPython(0);
+    VL_StartReloadWatch();
 
     // The SDK gives each of the three buffers 256 bytes.
     VL_CopyText(outName, 256, "Vorlith");
@@ -55,6 +57,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) try {
 }
 
 PLUGIN_API void XPluginStop() try {
+    VL_StopReloadWatch();
     StopPython(0);
     // A start that found no scripts folder left the interpreter running; the binary is
     // about to be unloaded, and the next load must find no interpreter of ours. Unless a

@@ -3,6 +3,7 @@
 
 #include "core/Log.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -33,6 +34,8 @@ int VL_OutputFileEnabled = 0;
 char VL_PluginDataFile[1024] = {0};
 int gVL_DebugCallbacks = 0;
 int gVL_CheckCallbacks = 0;
+int gVL_DisableFailingScripts = 0;
+int gVL_ReloadOnChange = 0;
 VL_PrintItemSink gVL_PrintItemSink = nullptr;
 
 namespace {
@@ -157,6 +160,8 @@ int VL_GetINIFileValues() {
     gVL_Dictionary = loaded;
     gVL_DebugCallbacks = iniparser_getint(gVL_Dictionary, "DEBUG:DebugCallbacks", 0);
     gVL_CheckCallbacks = iniparser_getint(gVL_Dictionary, "DEBUG:CheckCallbacks", 0);
+    gVL_DisableFailingScripts = std::max(0, iniparser_getint(gVL_Dictionary, "TOOLS:DisableFailingScripts", 0));
+    gVL_ReloadOnChange = iniparser_getint(gVL_Dictionary, "TOOLS:ReloadOnChange", 0);
     return 1;
 }
 

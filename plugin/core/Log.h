@@ -38,6 +38,8 @@ extern int VL_OutputFileEnabled;     // captured stdout goes to the output file
 extern char VL_PluginDataFile[1024];  // path of Vorlith.ini
 extern int gVL_DebugCallbacks;        // DEBUG:DebugCallbacks: trace registrations
 extern int gVL_CheckCallbacks;        // DEBUG:CheckCallbacks: check the lists at stop
+extern int gVL_DisableFailingScripts;  // TOOLS:DisableFailingScripts: failures in a row, 0 off
+extern int gVL_ReloadOnChange;         // TOOLS:ReloadOnChange: reload when a script file changes
 
 // Registers TembrookInternalModule, which receives Python's stdout and stderr.
 void initTembrookInternalModule();

@@ -106,6 +106,7 @@ int VL_ScriptTable::SetScriptEnabledStatus(PyObject* scriptId, int status) {
     if (!entry) return 0;
     int previous = entry->status->enabled;
     entry->status->enabled = status;
+    if (status) entry->status->failuresInARow = 0;  // a script enabled again starts afresh
     return previous;
 }
 

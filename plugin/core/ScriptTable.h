@@ -20,6 +20,7 @@ enum TypeOfScript { VL_NoScript = 0, VL_StandardScript = 1 };
 // or leaves the table.
 struct VL_ScriptStatus {
     int enabled = 0;
+    int failuresInARow = 0;  // calls into the script that raised since its last good one
 };
 using VL_ScriptStatusRef = std::shared_ptr<VL_ScriptStatus>;
 

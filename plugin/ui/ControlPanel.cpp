@@ -131,7 +131,10 @@ XPWidgetID Button(int left, int top, int right, int bottom, const char* label) {
     return button;
 }
 
-void Enable(XPWidgetID widget, int enabled) { XPSetWidgetProperty(widget, xpProperty_Enabled, enabled); }
+// The panel's widgets exist once it was first opened; a reload on save may come before.
+void Enable(XPWidgetID widget, int enabled) {
+    if (widget) XPSetWidgetProperty(widget, xpProperty_Enabled, enabled);
+}
 
 // The item text the picker shows for `item`.
 std::string PickerItem(int item) {
@@ -181,7 +184,7 @@ void AfterInterpreterChange() {
 void StartFromPanel() {
     AddPrintItem("Starting Python");
     StartPython(1);
-    XPSetWidgetDescriptor(VorlithPopup, ScriptName);
+    if (VorlithPopup) XPSetWidgetDescriptor(VorlithPopup, ScriptName);
     Enable(StopPythonButton, 1);
     Enable(ReLoadScripts, 1);
     AddPrintItem("Python Started");
@@ -192,6 +195,18 @@ void StopFromPanel() {
     StopPython(1);
     AddPrintItem("Python Stopped");
 }
+
+}  // namespace
+
+void VL_ReloadScripts() {
+    Enable(StopPythonButton, 0);
+    Enable(ReLoadScripts, 0);
+    StopFromPanel();
+    StartFromPanel();
+    AfterInterpreterChange();
+}
+
+namespace {
 
 int PushButtonPressed(XPWidgetID button) {
     // A script that sends our buttons a message from inside Python cannot have the
@@ -211,11 +226,7 @@ int PushButtonPressed(XPWidgetID button) {
         StopFromPanel();
         AfterInterpreterChange();
     } else if (button == ReLoadScripts) {
-        Enable(StopPythonButton, 0);
-        Enable(ReLoadScripts, 0);
-        StopFromPanel();
-        StartFromPanel();
-        AfterInterpreterChange();
+        VL_ReloadScripts();
     } else if (button == ClearLB) {
         XPSetWidgetProperty(VorlithDisplayConsole, VL_ListBoxProperty_Clear, 1);
         XPSetWidgetProperty(VorlithPrintConsole, VL_ListBoxProperty_Clear, 1);

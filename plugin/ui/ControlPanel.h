@@ -25,6 +25,9 @@ void ClearPrint();
 void VL_OpenScriptAdmin();
 void VL_OpenScriptInfo();
 void RefreshScriptAdmin();
+// What the panel's Reload button does: the scripts stopped and started again. Not from
+// inside a call into Python.
+void VL_ReloadScripts();
 void RefreshScriptInfo();
 void VL_DestroyScriptWindows();
 
