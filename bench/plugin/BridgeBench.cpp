@@ -22,6 +22,7 @@
 #include "callbacks/Trampolines.h"
 #include "core/Lifecycle.h"
 #include "core/PythonGuard.h"
+#include "callbacks/Dispatch.h"
 #include "XPLMDataAccess.h"
 #include "driver.h"
 
@@ -318,6 +319,21 @@ void BM_FlightLoopRatio(benchmark::State& state) {
     Py_DECREF(args);
 }
 BENCHMARK(BM_FlightLoopRatio);
+
+// The same dispatch with and without the counting and timing of the performance table.
+void BM_FlightLoopTimingRatio(benchmark::State& state) {
+    constexpr int kChunk = 256;
+    void* cell = session().cell;
+    int counter = 0;
+    auto chunk = [&](bool timed) {
+        gVL_TimeCalls = timed;
+        for (int i = 0; i < kChunk; ++i)
+            benchmark::DoNotOptimize(VL_FlightLoopCallback(0.5f, 0.25f, ++counter, cell));
+    };
+    Alternate(state, kChunk, [&] { chunk(true); }, [&] { chunk(false); });
+    gVL_TimeCalls = true;
+}
+BENCHMARK(BM_FlightLoopTimingRatio);
 
 // Two of the script's loops, each called with `chunk`, alternating; counters per call.
 void AlternateMethods(benchmark::State& state, int chunk, const char* measuredName,

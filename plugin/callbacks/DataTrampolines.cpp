@@ -13,18 +13,18 @@ namespace vorlith {
 
 namespace {
 
-const VL_CallbackKind<int> kGetDatai{"Cannot find method UserGetDataiCallback\n", 0, 1, 1};
-const VL_CallbackKind<float> kGetDataf{"Cannot find method UserGetDataf_Callback\n", 0.0f, 1.0f, 1.0f};
-const VL_CallbackKind<double> kGetDatad{"Cannot find method UserGetDataf_Callback\n", 0.0, 1.0, 1.0};
-const VL_CallbackKind<int> kGetDatavi{"Cannot find method UserGetDatavi_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kGetDatavf{"Cannot find method UserGetDatavf_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kGetDatab{"Cannot find method UserGetDatab_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSetDatai{"Cannot find method UserSetDatai_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSetDataf{"Cannot find method UserSetDataf_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSetDatad{"Cannot find method UserSetDatad_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSetDatavi{"Cannot find method UserSetDatavi_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSetDatavf{"Cannot find method UserSetDatavf_Callback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSetDatab{"Cannot find method UserSetDatab_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kGetDatai{VL_CostData, "Cannot find method UserGetDataiCallback\n", 0, 1, 1};
+const VL_CallbackKind<float> kGetDataf{VL_CostData, "Cannot find method UserGetDataf_Callback\n", 0.0f, 1.0f, 1.0f};
+const VL_CallbackKind<double> kGetDatad{VL_CostData, "Cannot find method UserGetDataf_Callback\n", 0.0, 1.0, 1.0};
+const VL_CallbackKind<int> kGetDatavi{VL_CostData, "Cannot find method UserGetDatavi_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kGetDatavf{VL_CostData, "Cannot find method UserGetDatavf_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kGetDatab{VL_CostData, "Cannot find method UserGetDatab_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSetDatai{VL_CostData, "Cannot find method UserSetDatai_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSetDataf{VL_CostData, "Cannot find method UserSetDataf_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSetDatad{VL_CostData, "Cannot find method UserSetDatad_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSetDatavi{VL_CostData, "Cannot find method UserSetDatavi_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSetDatavf{VL_CostData, "Cannot find method UserSetDatavf_Callback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSetDatab{VL_CostData, "Cannot find method UserSetDatab_Callback\n", 0, 1, 1};
 
 VL_Arguments<1> Single(PyObject* ref) { return VL_Pack(ref); }  // "(O)"
 

@@ -11,14 +11,24 @@
 #include "callbacks/Registry.h"
 #include "core/Log.h"
 #include "core/PythonErrors.h"
+#include "platform/Clock.h"
 #include "tools/Quarantine.h"
 
 namespace vorlith {
+
+namespace detail {
+extern bool gVL_TimingCall;               // the call being made is timed
+extern std::uint64_t gVL_ScriptTicks;     // what the timed call spent in the script
+extern std::uint32_t gVL_SampleState;
+}  // namespace detail
+// Calls are counted and timed for the performance table; off only to measure its cost.
+extern bool gVL_TimeCalls;
 
 // What a kind of callback answers when it does not get a result from Python, and the
 // line it logs when its record has no callable.
 template <typename R>
 struct VL_CallbackKind {
+    VL_CostKind cost;  // the column of the performance table its time goes to
     const char* missingLine;
     R inactive;  // the script is disabled, unknown, or of an earlier interpreter
     R missing;   // the record has no callable
@@ -103,8 +113,9 @@ inline int VL_ResultNone(PyObject*) { return 1; }
 
 // Calls `callable` with the arguments `build()` makes and converts what it returns; the
 // caller holds the PythonGuard and has checked the script may be called.
+// Inlined into each trampoline: this is the hot path of every dispatch.
 template <typename R, typename Build, typename Convert>
-R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& build,
+__attribute__((always_inline)) inline R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& build,
                 Convert&& convert) {
     if (!callable) {
         VL_PrintPythonError();
@@ -119,7 +130,15 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
     try {
         {
             auto args = build();
-            if (args.ok()) result = args.call(callable);
+            if (args.ok()) {
+                if (detail::gVL_TimingCall) {
+                    std::uint64_t start = VL_Ticks();
+                    result = args.call(callable);
+                    detail::gVL_ScriptTicks = VL_Ticks() - start;
+                } else {
+                    result = args.call(callable);
+                }
+            }
         }
         Py_DECREF(callable);
         detail::gVL_CallRaised = !result;
@@ -137,22 +156,65 @@ R VL_CallPython(const VL_CallbackKind<R>& kind, PyObject* callable, Build&& buil
     }
 }
 
+// One call in sixteen, picked at random, is timed, and the first of each kind of each
+// script in each second: reading the clock four times on every call would cost a
+// third of a dispatch. The performance table scales the timed calls up to all.
+inline bool VL_SampleCall() {
+    std::uint32_t x = detail::gVL_SampleState;
+    x ^= x << 13;
+    x ^= x >> 17;
+    x ^= x << 5;
+    detail::gVL_SampleState = x;
+    return (x & 15) == 0;
+}
+
+// The timed call, out of the way of the untimed ones. `pin` keeps the status that holds
+// `cost` alive over the call, which may delete the record.
+template <typename R, typename Call>
+__attribute__((noinline)) R VL_TimeCall(VL_CallCost& cost, const VL_ScriptStatusRef& pin, Call& call) {
+    VL_ScriptStatusRef kept = pin;
+    bool outer = detail::gVL_TimingCall;
+    detail::gVL_TimingCall = true;
+    detail::gVL_ScriptTicks = 0;
+    std::uint64_t start = VL_Ticks();
+    R value = call();
+    std::uint64_t total = VL_Ticks() - start;
+    std::uint64_t script = detail::gVL_ScriptTicks < total ? detail::gVL_ScriptTicks : total;
+    detail::gVL_TimingCall = outer;
+    ++cost.timed;
+    cost.scriptTicks += script;
+    cost.ownTicks += total - script;
+    return value;
+}
+
+// Runs `call` (one VL_CallPython) counted in `cost`, timed when sampled.
+template <typename R, typename Call>
+__attribute__((always_inline)) inline R VL_TimedCall(VL_CallCost& cost, const VL_ScriptStatusRef& pin, Call&& call) {
+    bool timed = gVL_TimeCalls && (++cost.calls, cost.timed == 0 || VL_SampleCall());
+    if (__builtin_expect(timed, 0)) return VL_TimeCall<R>(cost, pin, call);
+    return call();
+}
+
 // The dispatch of a callback record: `build(refcon)` makes the arguments from the record's
 // reference value. The record's fields are read before the call: the call may delete it.
 template <typename R, typename Build, typename Convert>
 R VL_CallUser(const VL_CallbackKind<R>& kind, const _CallbackListEntry* record, Build&& build,
               Convert&& convert) {
     if (!VL_IsRecordActive(record)) return kind.inactive;
-    if (!gVL_DisableFailingScripts)
+    auto call = [&]() __attribute__((always_inline)) {
         return VL_CallPython(kind, record->callable, [&] { return build(record->refconObject); },
                              convert);
-    // The status outlives the record, which the call may delete.
-    VL_ScriptStatusRef status = record->status;
-    PyObject* script = record->scriptId;
-    detail::gVL_CallRaised = false;
-    R value = VL_CallPython(kind, record->callable, [&] { return build(record->refconObject); },
-                            convert);
-    VL_CountCall(script, *status, detail::gVL_CallRaised);
+    };
+    // Counting failures needs the status after the call, which may delete the record.
+    VL_ScriptStatusRef counted;
+    PyObject* script = nullptr;
+    if (gVL_DisableFailingScripts) {
+        counted = record->status;
+        script = record->scriptId;
+        detail::gVL_CallRaised = false;
+    }
+    R value = VL_TimedCall<R>(record->status->cost[kind.cost], record->status, call);
+    if (script) VL_CountCall(script, *counted, detail::gVL_CallRaised);
     return value;
 }
 

@@ -14,26 +14,26 @@ namespace {
 // Missing-method line, then the values for an inactive script / a missing callable /
 // a failed call. Some lines do not follow their kind's name; they are the ones scripts
 // and their authors have always seen.
-const VL_CallbackKind<float> kFlightLoop{"Cannot find method FlightLoopCallback\n", 1.0f, 1.0f, 1.0f};
-const VL_CallbackKind<int> kDraw{"Cannot find method DrawCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kKeySniffer{"Cannot find method KeySnifferCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kHotKey{"Cannot find method HotKeyCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kDrawWindow{"Cannot find method DrawWindowCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kMouseClick{"Cannot find method MouseClickCallback\n", 0, 0, 0};
-const VL_CallbackKind<int> kKey{"Cannot find method KeyCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kCursorStatus{"Cannot find method CursorStatusCallback\n", 0, 0, 0};
-const VL_CallbackKind<int> kMouseWheel{"Cannot find method MouseWheelCallback\n", 0, 0, 0};
-const VL_CallbackKind<int> kMenu{"Cannot find method UserMenuCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kCommand{"Cannot find method CommandCallback\n", 0, 0, 0};
-const VL_CallbackKind<int> kError{"Cannot find method CommandCallback\n", 0, 0, 0};
-const VL_CallbackKind<int> kPlanesAvailable{"Cannot find method UserPlanesAvailableCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kSharedData{"Cannot find method UserSharedDataCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kObjectLoaded{"Cannot find method ObjectLoadedCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kFeatureEnumerator{"Cannot find method FeatureEnumeratorCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kLibraryEnumerator{"Cannot find method LibraryEnumeratorCallback\n", 0, 1, 1};
-const VL_CallbackKind<int> kCameraControl{"Cannot find function UserCameraControlCallback\n", 0, 0, 0,
+const VL_CallbackKind<float> kFlightLoop{VL_CostFlightLoops, "Cannot find method FlightLoopCallback\n", 1.0f, 1.0f, 1.0f};
+const VL_CallbackKind<int> kDraw{VL_CostDrawing, "Cannot find method DrawCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kKeySniffer{VL_CostCommands, "Cannot find method KeySnifferCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kHotKey{VL_CostCommands, "Cannot find method HotKeyCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kDrawWindow{VL_CostDrawing, "Cannot find method DrawWindowCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kMouseClick{VL_CostDrawing, "Cannot find method MouseClickCallback\n", 0, 0, 0};
+const VL_CallbackKind<int> kKey{VL_CostDrawing, "Cannot find method KeyCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kCursorStatus{VL_CostDrawing, "Cannot find method CursorStatusCallback\n", 0, 0, 0};
+const VL_CallbackKind<int> kMouseWheel{VL_CostDrawing, "Cannot find method MouseWheelCallback\n", 0, 0, 0};
+const VL_CallbackKind<int> kMenu{VL_CostCommands, "Cannot find method UserMenuCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kCommand{VL_CostCommands, "Cannot find method CommandCallback\n", 0, 0, 0};
+const VL_CallbackKind<int> kError{VL_CostOther, "Cannot find method CommandCallback\n", 0, 0, 0};
+const VL_CallbackKind<int> kPlanesAvailable{VL_CostOther, "Cannot find method UserPlanesAvailableCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kSharedData{VL_CostData, "Cannot find method UserSharedDataCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kObjectLoaded{VL_CostOther, "Cannot find method ObjectLoadedCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kFeatureEnumerator{VL_CostOther, "Cannot find method FeatureEnumeratorCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kLibraryEnumerator{VL_CostOther, "Cannot find method LibraryEnumeratorCallback\n", 0, 1, 1};
+const VL_CallbackKind<int> kCameraControl{VL_CostOther, "Cannot find function UserCameraControlCallback\n", 0, 0, 0,
                                           true, "UserCameraControlCallback Call failed\n"};
-const VL_CallbackKind<int> kWidget{"Cannot find method UserWidgetCallback\n", 0, 1, 1, false};
+const VL_CallbackKind<int> kWidget{VL_CostWidgets, "Cannot find method UserWidgetCallback\n", 0, 1, 1, false};
 constexpr int kWidgetNotInList = 1;
 
 PyObject* Handle(const void* pointer) { return PyLong_FromVoidPtr(const_cast<void*>(pointer)); }
@@ -228,15 +228,17 @@ int CallUserWidgetCallback(XPWidgetMessage message, XPWidgetID widget, intptr_t 
     if (!record) return kWidgetNotInList;
     if (!VL_IsScriptActive(record->scriptId, record->generation)) return kWidget.inactive;
     VL_WidgetDelivery delivery(message, param1, param2);  // what the decoders may read
-    VL_ScriptStatusRef status = gVL_DisableFailingScripts ? VLTestTable->StatusOf(record->scriptId) : nullptr;
+    VL_ScriptStatusRef status = VLTestTable->StatusOf(record->scriptId);
     PyObject* script = record->scriptId;  // the call may delete the record
     detail::gVL_CallRaised = false;
-    int value = VL_CallPython(kWidget, record->callable, [&]() {
-        return VL_Pack(message, VL_New{Handle(widget)},  // "(iOOO)"
-                            VL_New{Handle(reinterpret_cast<void*>(param1))},
-                            VL_New{Handle(reinterpret_cast<void*>(param2))});
-    }, VL_ResultInt);
-    if (status) VL_CountCall(script, *status, detail::gVL_CallRaised);
+    int value = VL_TimedCall<int>(status->cost[kWidget.cost], status, [&] {
+        return VL_CallPython(kWidget, record->callable, [&]() {
+            return VL_Pack(message, VL_New{Handle(widget)},  // "(iOOO)"
+                                VL_New{Handle(reinterpret_cast<void*>(param1))},
+                                VL_New{Handle(reinterpret_cast<void*>(param2))});
+        }, VL_ResultInt);
+    });
+    if (gVL_DisableFailingScripts) VL_CountCall(script, *status, detail::gVL_CallRaised);
     return value;
 }
 

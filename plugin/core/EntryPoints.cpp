@@ -14,7 +14,7 @@
 #include "core/Text.h"
 #include "platform/DynamicLibrary.h"
 #include "platform/Paths.h"
-#include "tools/ReloadWatch.h"
+#include "tools/Tools.h"
 #include "ui/ControlPanel.h"
 
 using namespace vorlith;
@@ -44,7 +44,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) try {
     VLTestTable->SetPythonRunState(0);
     SetupWidgets();
     StartPython(0);
-    VL_StartReloadWatch();
+    VL_StartTools();
 
     // The SDK gives each of the three buffers 256 bytes.
     VL_CopyText(outName, 256, "Vorlith");
@@ -57,7 +57,7 @@ PLUGIN_API int XPluginStart(char* outName, char* outSig, char* outDesc) try {
 }
 
 PLUGIN_API void XPluginStop() try {
-    VL_StopReloadWatch();
+    VL_StopTools();
     StopPython(0);
     // A start that found no scripts folder left the interpreter running; the binary is
     // about to be unloaded, and the next load must find no interpreter of ours. Unless a

@@ -36,6 +36,7 @@ int gVL_DebugCallbacks = 0;
 int gVL_CheckCallbacks = 0;
 int gVL_DisableFailingScripts = 0;
 int gVL_ReloadOnChange = 0;
+int gVL_PerformanceLog = 0;
 VL_PrintItemSink gVL_PrintItemSink = nullptr;
 
 namespace {
@@ -162,6 +163,7 @@ int VL_GetINIFileValues() {
     gVL_CheckCallbacks = iniparser_getint(gVL_Dictionary, "DEBUG:CheckCallbacks", 0);
     gVL_DisableFailingScripts = std::max(0, iniparser_getint(gVL_Dictionary, "TOOLS:DisableFailingScripts", 0));
     gVL_ReloadOnChange = iniparser_getint(gVL_Dictionary, "TOOLS:ReloadOnChange", 0);
+    gVL_PerformanceLog = std::max(0, iniparser_getint(gVL_Dictionary, "TOOLS:PerformanceLog", 0));
     return 1;
 }
 

@@ -40,6 +40,7 @@ extern int gVL_DebugCallbacks;        // DEBUG:DebugCallbacks: trace registratio
 extern int gVL_CheckCallbacks;        // DEBUG:CheckCallbacks: check the lists at stop
 extern int gVL_DisableFailingScripts;  // TOOLS:DisableFailingScripts: failures in a row, 0 off
 extern int gVL_ReloadOnChange;         // TOOLS:ReloadOnChange: reload when a script file changes
+extern int gVL_PerformanceLog;         // TOOLS:PerformanceLog: seconds between cost tables, 0 off
 
 // Registers TembrookInternalModule, which receives Python's stdout and stderr.
 void initTembrookInternalModule();

@@ -18,9 +18,22 @@ enum TypeOfScript { VL_NoScript = 0, VL_StandardScript = 1 };
 // Whether a script may be called, where a callback record reaches it without a search:
 // the table's entry and the script's records share it. 0 once the script is disabled
 // or leaves the table.
+// Where a script's time goes, by kind of call: counted by the dispatch, read and emptied
+// once a second by the performance table.
+enum VL_CostKind : unsigned char {
+    VL_CostFlightLoops, VL_CostDrawing, VL_CostWidgets, VL_CostCommands, VL_CostData, VL_CostOther,
+    VL_CostKinds
+};
+struct VL_CallCost {
+    unsigned calls = 0;               // every call
+    unsigned timed = 0;               // the calls that were timed
+    unsigned long long scriptTicks = 0;  // in the script's callable, over the timed calls
+    unsigned long long ownTicks = 0;     // in the plug-in around it, over the timed calls
+};
 struct VL_ScriptStatus {
     int enabled = 0;
     int failuresInARow = 0;  // calls into the script that raised since its last good one
+    VL_CallCost cost[VL_CostKinds];
 };
 using VL_ScriptStatusRef = std::shared_ptr<VL_ScriptStatus>;
 

@@ -4,7 +4,6 @@
 #include <string>
 #include <utility>
 
-#include "XPLMProcessing.h"
 #include "core/Log.h"
 #include "core/PythonGuard.h"
 #include "platform/FileTimes.h"
@@ -14,8 +13,6 @@
 namespace vorlith {
 
 namespace {
-
-constexpr float kWatchInterval = 1.0f;  // seconds between two looks at the folder
 
 std::map<std::string, long long> gStamps;  // the script sources at the last look
 bool gWatching = false;                    // gStamps holds a look to compare with
@@ -50,10 +47,12 @@ std::string FirstChange(const std::map<std::string, long long>& before,
     return std::string();
 }
 
-float WatchLoop(float, float, int, void*) {
+}  // namespace
+
+void VL_LookForChanges() {
     if (!gVL_ReloadOnChange) {
         gWatching = false;
-        return kWatchInterval;
+        return;
     }
     std::map<std::string, long long> now = ScriptStamps();
     std::string change = gWatching ? FirstChange(gStamps, now) : std::string();
@@ -61,21 +60,12 @@ float WatchLoop(float, float, int, void*) {
     gWatching = true;
     // A script that runs Python from a C thread could hold the interpreter here; the
     // next look tries again.
-    if (change.empty() || PythonGuard::inside()) return kWatchInterval;
+    if (change.empty() || PythonGuard::inside()) return;
     VL_WriteToLogf("Reloading scripts: %s\n", change.c_str());
     VL_ReloadScripts();
-    return kWatchInterval;
 }
 
-}  // namespace
-
-void VL_StartReloadWatch() {
-    gWatching = false;
-    XPLMRegisterFlightLoopCallback(WatchLoop, kWatchInterval, nullptr);
-}
-
-void VL_StopReloadWatch() {
-    XPLMUnregisterFlightLoopCallback(WatchLoop, nullptr);
+void VL_ForgetScriptFiles() {
     gWatching = false;
     gStamps.clear();
 }

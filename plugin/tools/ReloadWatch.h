@@ -4,9 +4,9 @@
 
 namespace vorlith {
 
-// The plug-in's own flight loop that looks at the folder once a second; it runs from
-// XPluginStart to XPluginStop and does nothing while the switch is off.
-void VL_StartReloadWatch();
-void VL_StopReloadWatch();
+// Compares the scripts folder with the last look (the tools' loop calls it once a
+// second); nothing while the switch is off.
+void VL_LookForChanges();
+void VL_ForgetScriptFiles();
 
 }  // namespace vorlith

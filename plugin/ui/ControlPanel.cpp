@@ -19,6 +19,7 @@
 #include "core/Log.h"
 #include "core/PythonGuard.h"
 #include "core/ScriptTable.h"
+#include "tools/Performance.h"
 #include "core/Text.h"
 #include "ui/Layout.h"
 #include "ui/ListBox.h"
@@ -311,6 +312,8 @@ void VorlithMenuHandler(void*, void* itemRef) {
         VL_OpenScriptAdmin();
     } else if (std::strcmp(item, "ScriptInformation") == 0) {
         VL_OpenScriptInfo();
+    } else if (std::strcmp(item, "Performance") == 0) {
+        VL_OpenPerformanceWindow();
     }
 }
 
@@ -325,6 +328,8 @@ void SetupWidgets() {
     XPLMAppendMenuItem(VL_MenuID, "Control Panel", const_cast<char*>("ControlPanel"), 1);
     XPLMAppendMenuItem(VL_MenuID, "Script Enable / Disable", const_cast<char*>("ScriptEnableDisable"), 1);
     XPLMAppendMenuItem(VL_MenuID, "Script Information", const_cast<char*>("ScriptInformation"), 1);
+    XPLMAppendMenuSeparator(VL_MenuID);
+    XPLMAppendMenuItem(VL_MenuID, "Performance", const_cast<char*>("Performance"), 1);
     VL_MenuItem1 = 0;
 }
 

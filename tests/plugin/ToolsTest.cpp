@@ -2,8 +2,10 @@
 // raising is disabled, and an edited script file reloads the scripts.
 
 #include <string>
+#include <vector>
 
 #include "Harness.h"
+#include "driver.h"
 
 namespace vorlith::test {
 namespace {
@@ -86,6 +88,63 @@ TEST_F(PluginTest, FailingScriptsAreDisabledAndEditedScriptsReloaded) {
     // The reloaded failing script is a new one with a count of its own: disabled, enabled
     // again by the new edited script, disabled again.
     EXPECT_EQ(CountOf(log, disabled), 4) << log;
+}
+
+// A flight loop costing `microseconds` of busy time every frame.
+std::string Costly(const std::string& name, int microseconds) {
+    return "import time\nimport XPLMProcessing\nclass Vorlith:\n"
+           "    def XPluginStart(self):\n"
+           "        self.loop = self.Loop\n"
+           "        XPLMProcessing.XPLMRegisterFlightLoopCallback(self, self.loop, -1.0, 0)\n"
+           "        return '" + name + "', 'vl." + name + "', 'costs time'\n"
+           "    def Loop(self, since, elapsed, counter, refcon):\n"
+           "        end = time.time() + " + std::to_string(microseconds) + " / 1e6\n"
+           "        while time.time() < end:\n"
+           "            pass\n"
+           "        return -1.0\n"
+           "    def XPluginStop(self):\n        pass\n"
+           "    def XPluginEnable(self):\n        return 1\n"
+           "    def XPluginDisable(self):\n        pass\n"
+           "    def XPluginReceiveMessage(self, sender, message, param):\n        pass\n";
+}
+
+// The first number after the name on the table line of `script`, -1 when not found.
+double TotalOf(const std::vector<std::string>& lines, const std::string& script) {
+    for (const std::string& line : lines)
+        if (line.rfind(script, 0) == 0) return std::stod(line.substr(line.find_last_of(' ') + 1));
+    return -1;
+}
+
+TEST_F(PluginTest, PerformanceTableRanksTheCostliestScriptFirst) {
+    WriteIni("[TOOLS]\nPerformanceLog = 2\n");
+    WriteScript("VL_Cheap.py", Costly("Cheap", 0));
+    WriteScript("VL_Slow.py", Costly("Slow", 3000));
+    StartSim();
+    std::string error;
+    ASSERT_TRUE(xpsim::driver::pickMenu("Plugins/Vorlith/Performance", &error)) << error;
+    RunSeconds(6.5);
+
+    // The window shows the table as it stood at the last second.
+    std::vector<std::string> shown;
+    for (const xpsim::DrawItem& item : xpsim::driver::drawList())
+        if (item.kind == "string") shown.push_back(item.text);
+    std::vector<std::string> rows;
+    for (const std::string& text : shown)
+        if (text.rfind("VL_", 0) == 0) rows.push_back(text);
+    ASSERT_EQ(rows.size(), 2u) << ::testing::PrintToString(shown);
+    EXPECT_EQ(rows[0].rfind("VL_Slow.py", 0), 0u) << rows[0];
+    // About 3 ms of each frame go to the slow script's flight loop, nearly nothing to the other.
+    double slow = TotalOf(rows, "VL_Slow.py"), cheap = TotalOf(rows, "VL_Cheap.py");
+    EXPECT_GT(slow, 1500.0) << rows[0];
+    EXPECT_LT(slow, 30000.0) << rows[0];
+    EXPECT_LT(cheap, slow / 10) << rows[1];
+    StopSim();
+
+    // Every second second, the same table in the log.
+    std::string log = Log();
+    EXPECT_EQ(CountOf(log, "Microseconds per frame, last second ("), 2) << log;
+    EXPECT_EQ(CountOf(log, "VL_Slow.py "), 2) << log;
+    EXPECT_LT(log.find("VL_Slow.py "), log.find("VL_Cheap.py ")) << log;
 }
 
 }  // namespace
