@@ -19,6 +19,7 @@
 #include "platform/DynamicLibrary.h"
 #include "platform/PathConvert.h"
 #include "platform/Paths.h"
+#include "tools/Console.h"
 #include "ui/ControlPanel.h"
 
 namespace vorlith {
@@ -247,6 +248,7 @@ void StopPython(int disableScripts) {
         // What scripts left registered gives its objects back while their destructors
         // can still print to the log.
         VL_RetireCallbacks();
+        VL_ForgetConsoleNamespace();
         VL_RunPythonText("import sys\n"
                          "sys.stdout = sys.__stdout__\n"
                          "sys.stderr = sys.__stderr__\n");

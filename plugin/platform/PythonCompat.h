@@ -96,6 +96,15 @@ inline PyObject* VL_CallWithArguments(PyObject* callable, PyObject** args, std::
 #endif
 }
 
+// Runs compiled code in the globals and locals given.
+inline PyObject* VL_EvalCode(PyObject* code, PyObject* globals, PyObject* locals) {
+#if PY_MAJOR_VERSION >= 3
+    return PyEval_EvalCode(code, globals, locals);
+#else
+    return PyEval_EvalCode(reinterpret_cast<PyCodeObject*>(code), globals, locals);
+#endif
+}
+
 inline PyObject* VL_TextFromString(const char* text) {
     if (!text) text = "";
     return VL_TextFromStringAndSize(text, static_cast<Py_ssize_t>(std::strlen(text)));

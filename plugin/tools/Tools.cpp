@@ -1,6 +1,7 @@
 #include "tools/Tools.h"
 
 #include "XPLMProcessing.h"
+#include "tools/Console.h"
 #include "tools/Performance.h"
 #include "tools/ReloadWatch.h"
 
@@ -31,6 +32,7 @@ void VL_StopTools() {
     XPLMUnregisterFlightLoopCallback(ToolsLoop, nullptr);
     VL_ForgetScriptFiles();
     VL_DestroyPerformanceWindow();
+    VL_DestroyConsoleWindow();
 }
 
 }  // namespace vorlith

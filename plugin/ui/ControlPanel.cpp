@@ -19,6 +19,7 @@
 #include "core/Log.h"
 #include "core/PythonGuard.h"
 #include "core/ScriptTable.h"
+#include "tools/Console.h"
 #include "tools/Performance.h"
 #include "core/Text.h"
 #include "ui/Layout.h"
@@ -314,6 +315,8 @@ void VorlithMenuHandler(void*, void* itemRef) {
         VL_OpenScriptInfo();
     } else if (std::strcmp(item, "Performance") == 0) {
         VL_OpenPerformanceWindow();
+    } else if (std::strcmp(item, "PythonConsole") == 0) {
+        VL_OpenConsoleWindow();
     }
 }
 
@@ -330,6 +333,7 @@ void SetupWidgets() {
     XPLMAppendMenuItem(VL_MenuID, "Script Information", const_cast<char*>("ScriptInformation"), 1);
     XPLMAppendMenuSeparator(VL_MenuID);
     XPLMAppendMenuItem(VL_MenuID, "Performance", const_cast<char*>("Performance"), 1);
+    XPLMAppendMenuItem(VL_MenuID, "Python Console", const_cast<char*>("PythonConsole"), 1);
     VL_MenuItem1 = 0;
 }
 

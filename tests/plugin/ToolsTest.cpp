@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Harness.h"
+#include "XPLMDefs.h"
 #include "driver.h"
 
 namespace vorlith::test {
@@ -145,6 +146,45 @@ TEST_F(PluginTest, PerformanceTableRanksTheCostliestScriptFirst) {
     EXPECT_EQ(CountOf(log, "Microseconds per frame, last second ("), 2) << log;
     EXPECT_EQ(CountOf(log, "VL_Slow.py "), 2) << log;
     EXPECT_LT(log.find("VL_Slow.py "), log.find("VL_Cheap.py ")) << log;
+}
+
+// Types `text` into the focused widget, then the virtual key `end` (0 for none).
+void Type(const std::string& text, int end) {
+    for (char c : text) xpsim::driver::keyPress(c, xplm_DownFlag, 0);
+    if (end) xpsim::driver::keyPress(end == XPLM_VK_RETURN ? '\r' : 0, xplm_DownFlag, static_cast<char>(end));
+    xpsim::driver::runFrames(1);
+}
+
+TEST_F(PluginTest, ConsoleRunsLinesInOneNamespaceAndRecallsThem) {
+    WriteScript("VL_Edited.py", Edited(1));
+    StartSim();
+    std::string error;
+    ASSERT_TRUE(xpsim::driver::pickMenu("Plugins/Vorlith/Python Console", &error)) << error;
+    xpsim::driver::runFrames(1);
+    Type("x = 6 * 7", XPLM_VK_RETURN);
+    Type("x + 1", XPLM_VK_RETURN);
+    Type("print('seen'); 1 / 0", XPLM_VK_RETURN);
+    Type("", XPLM_VK_UP);
+    Type("", XPLM_VK_UP);
+    Type("", XPLM_VK_RETURN);  // x + 1 again
+
+    std::vector<std::string> shown;
+    for (const xpsim::DrawItem& item : xpsim::driver::drawList())
+        if (item.kind == "string") shown.push_back(item.text);
+    auto count = [&](const std::string& text) {
+        int n = 0;
+        for (const std::string& line : shown) n += line == text;
+        return n;
+    };
+    EXPECT_EQ(count(">>> x = 6 * 7"), 1) << ::testing::PrintToString(shown);
+    EXPECT_EQ(count(">>> x + 1"), 2) << ::testing::PrintToString(shown);
+    EXPECT_EQ(count("43"), 2) << ::testing::PrintToString(shown);
+    EXPECT_EQ(count("seen"), 1) << ::testing::PrintToString(shown);
+    EXPECT_EQ(count("ZeroDivisionError: division by zero") + count("ZeroDivisionError: integer division or modulo by zero"), 1)
+        << ::testing::PrintToString(shown);
+    StopSim();
+    // The console's traceback stays out of the log: it is the user's, shown where he typed.
+    EXPECT_EQ(CountOf(Log(), "ZeroDivisionError"), 0) << Log();
 }
 
 }  // namespace
