@@ -3,7 +3,8 @@
 set -euo pipefail
 packages=(build-essential cmake ccache python3-dev libiniparser-dev
           libgtest-dev libgmock-dev libbenchmark-dev
-          libegl-dev libgl-dev libgl1-mesa-dri libfreetype-dev fonts-dejavu-core libpng-dev)
+          libegl-dev libgl-dev libgl1-mesa-dri libfreetype-dev fonts-dejavu-core libpng-dev
+          mypy)
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

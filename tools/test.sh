@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Builds and runs every test: the whole tree with the plug-in embedding Python 3, the
+# examples type-checked against the generated stubs, the
 # fuzz again under the sanitizers (build-asan/), then the plug-in and its end-to-end
 # tests (the fuzz among them) again embedding Python 2.7 (build-py2/).
 set -euo pipefail
@@ -12,6 +13,10 @@ echo "==== Python 3: everything ===="
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVORLITH_PYTHON=3
 cmake --build build -j"$jobs"
 ctest --test-dir build --output-on-failure -j"$jobs"
+
+echo "==== The examples against the stubs (mypy) ===="
+# Out-lists start as empty lists, which mypy would want annotated.
+MYPYPATH=build/api/stubs mypy --check-untyped-defs --disable-error-code var-annotated examples/*.py
 
 echo "==== Python 3 under AddressSanitizer and UndefinedBehaviorSanitizer: the fuzz ===="
 # Only what the fuzz runs: the plug-in and the host.

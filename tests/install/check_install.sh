@@ -27,6 +27,7 @@ plugin="$fresh/Resources/plugins/Vorlith/64/lin.xpl"
 [ -z "$(ls -A "$fresh/Resources/plugins/PythonScripts")" ] || fail "the scripts folder is not empty"
 ini="$fresh/Resources/plugins/Vorlith/Vorlith.ini"
 grep -q 'DebugCallbacks' "$ini" || fail "the example ini lacks its keys"
+[ -f "$fresh/Resources/plugins/Vorlith/stubs/XPLMDataAccess.pyi" ] || fail "no stubs beside the plug-in"
 if grep -Eq '^[[:space:]]*[A-Za-z]+[[:space:]]*=' "$ini"; then fail "a key of the example ini is switched on"; fi
 
 # Dynamic needs: the C and C++ run-times, OpenGL and the Python it was built for.
